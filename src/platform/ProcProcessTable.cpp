@@ -1,0 +1,236 @@
+#include "ProcProcessTable.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+QByteArray readSmallFile(const QByteArray& path, qsizetype limit = 64 * 1024)
+{
+    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return {};
+    QByteArray data;
+    char buffer[4096];
+    while (data.size() < limit) {
+        const ssize_t n = ::read(fd, buffer, sizeof buffer);
+        if (n <= 0)
+            break;
+        data.append(buffer, n);
+    }
+    ::close(fd);
+    return data;
+}
+
+QString unescapeUnitPart(const QString& part)
+{
+    QString result;
+    for (qsizetype i = 0; i < part.size(); ++i) {
+        if (part.at(i) == QLatin1Char('\\') && i + 3 < part.size() && part.at(i + 1) == QLatin1Char('x')) {
+            bool ok = false;
+            const int code = part.mid(i + 2, 2).toInt(&ok, 16);
+            if (ok) {
+                result.append(QChar(code));
+                i += 3;
+                continue;
+            }
+        }
+        result.append(part.at(i));
+    }
+    return result;
+}
+
+} // namespace
+
+ProcProcessTable::ProcProcessTable(ExecutableResolver resolver, QString procRoot)
+    : m_resolver(std::move(resolver)), m_procRoot(std::move(procRoot))
+{
+}
+
+QString ProcProcessTable::desktopIdFromFile(const QString& path)
+{
+    QString name = QFileInfo(path).fileName();
+    if (name.endsWith(QLatin1String(".desktop")))
+        name.chop(8);
+    return name;
+}
+
+QString ProcProcessTable::desktopIdFromUnit(const QString& unit)
+{
+    QString name = unit;
+    const bool scope = name.endsWith(QLatin1String(".scope"));
+    const bool service = name.endsWith(QLatin1String(".service"));
+    if (!name.startsWith(QLatin1String("app-")) || (!scope && !service))
+        return {};
+    name.chop(scope ? 6 : 8);
+    if (service) {
+        const qsizetype at = name.indexOf(QLatin1Char('@'));
+        if (at >= 0)
+            name.truncate(at);
+    }
+    // Dashes inside the id are escaped as \x2d, so the parts split cleanly.
+    const QStringList parts = name.split(QLatin1Char('-'));
+    if (scope && parts.size() >= 3)
+        return unescapeUnitPart(parts.at(parts.size() - 2));
+    if (service && parts.size() >= 2)
+        return unescapeUnitPart(parts.last());
+    return {};
+}
+
+bool ProcProcessTable::readProcess(pid_t pid, Process& process) const
+{
+    const QByteArray base = QFile::encodeName(m_procRoot) + '/' + QByteArray::number(pid) + '/';
+    struct stat info{};
+    if (::stat(base.constData(), &info) != 0 || info.st_uid != ::getuid())
+        return false;
+
+    // The command name in /proc/PID/stat may hold blanks and parentheses: parse after the last ')'.
+    const QByteArray stat = readSmallFile(base + "stat");
+    const qsizetype close = stat.lastIndexOf(')');
+    if (close < 0)
+        return false;
+    const QList<QByteArray> fields = stat.mid(close + 2).split(' ');
+    // Zombies have ended; they only wait for their parent to reap them.
+    if (fields.size() < 20 || fields.at(0) == "Z" || fields.at(0) == "X")
+        return false;
+    process.pid = pid;
+    process.ppid = pid_t(fields.at(1).toInt());
+    process.startTime = fields.at(19).toULongLong();
+
+    const QByteArray cgroup = readSmallFile(base + "cgroup", 4096).trimmed();
+    const qsizetype slash = cgroup.lastIndexOf('/');
+    process.unit = QString::fromUtf8(slash >= 0 ? cgroup.mid(slash + 1) : QByteArray());
+    process.unitId = desktopIdFromUnit(process.unit);
+
+    const QByteArray environ = readSmallFile(base + "environ", 256 * 1024);
+    QByteArray launchedFile;
+    QByteArray launchedPid;
+    for (const QByteArray& entry : environ.split('\0')) {
+        if (entry.startsWith("GIO_LAUNCHED_DESKTOP_FILE="))
+            launchedFile = entry.mid(26);
+        else if (entry.startsWith("GIO_LAUNCHED_DESKTOP_FILE_PID="))
+            launchedPid = entry.mid(30);
+    }
+    // Children inherit the variable but not the PID.
+    if (!launchedFile.isEmpty() && launchedPid.toLongLong() == pid)
+        process.launchedId = desktopIdFromFile(QFile::decodeName(launchedFile));
+
+    if (process.unit.contains(QLatin1String("flatpak"))) {
+        const QByteArray info = readSmallFile(base + "root/.flatpak-info", 16 * 1024);
+        for (const QByteArray& line : info.split('\n')) {
+            if (line.startsWith("name=")) {
+                process.flatpakId = QString::fromUtf8(line.mid(5).trimmed());
+                break;
+            }
+        }
+    }
+
+    char target[4096];
+    const ssize_t length = ::readlink((base + "exe").constData(), target, sizeof target - 1);
+    if (length > 0) {
+        process.exe = QFile::decodeName(QByteArray(target, length));
+        if (process.exe.endsWith(QLatin1String(" (deleted)")))
+            process.exe.chop(10);
+    }
+    const QList<QByteArray> argv = readSmallFile(base + "cmdline", 8192).split('\0');
+    process.argv0 = QFile::decodeName(argv.value(0));
+    // A script's program path is the interpreter's first argument.
+    static const QStringList interpreters{QStringLiteral("sh"),     QStringLiteral("bash"),
+                                          QStringLiteral("dash"),   QStringLiteral("zsh"),
+                                          QStringLiteral("python"), QStringLiteral("perl"),
+                                          QStringLiteral("ruby"),   QStringLiteral("node")};
+    const QString interpreter = QFileInfo(process.exe).fileName();
+    for (const QString& name : interpreters) {
+        if (interpreter.startsWith(name)) {
+            process.argv1 = QFile::decodeName(argv.value(1));
+            break;
+        }
+    }
+    return true;
+}
+
+void ProcProcessTable::refresh()
+{
+    m_processes.clear();
+    m_byPid.clear();
+    m_byId.clear();
+    m_byProgram.clear();
+
+    DIR* directory = ::opendir(QFile::encodeName(m_procRoot).constData());
+    if (!directory)
+        return;
+    while (const dirent* entry = ::readdir(directory)) {
+        char* end = nullptr;
+        const long pid = std::strtol(entry->d_name, &end, 10);
+        if (*end != '\0' || pid <= 0)
+            continue;
+        Process process;
+        // A process may end while it is read: it simply is not listed.
+        if (!readProcess(pid_t(pid), process))
+            continue;
+        const qsizetype index = m_processes.size();
+        m_processes.append(process);
+        m_byPid.insert(process.pid, index);
+        for (const QString& id : {process.unitId, process.launchedId, process.flatpakId}) {
+            if (!id.isEmpty())
+                m_byId[id].append(index);
+        }
+        for (const QString& program : {process.exe, process.argv0, process.argv1}) {
+            if (program.startsWith(QLatin1Char('/')))
+                m_byProgram[program].append(index);
+        }
+    }
+    ::closedir(directory);
+}
+
+bool ProcProcessTable::isTopLevel(const Process& process, const QSet<pid_t>& matched) const
+{
+    // One instance is one top-level process: its own children are part of it.
+    pid_t parent = process.ppid;
+    for (int depth = 0; parent > 1 && depth < 64; ++depth) {
+        if (matched.contains(parent))
+            return false;
+        const auto found = m_byPid.constFind(parent);
+        if (found == m_byPid.constEnd())
+            return true;
+        parent = m_processes.at(*found).ppid;
+    }
+    return true;
+}
+
+QList<RunningApplications::Instance> ProcProcessTable::instances(const QString& desktopId)
+{
+    if (desktopId.isEmpty())
+        return {};
+    QList<qsizetype> candidates = m_byId.value(desktopId);
+
+    auto executable = m_executables.constFind(desktopId);
+    if (executable == m_executables.constEnd())
+        executable = m_executables.insert(desktopId, m_resolver ? m_resolver(desktopId) : QString());
+    if (!executable->isEmpty()) {
+        for (qsizetype index : m_byProgram.value(*executable)) {
+            if (!candidates.contains(index))
+                candidates.append(index);
+        }
+    }
+
+    QSet<pid_t> matched;
+    for (qsizetype index : candidates)
+        matched.insert(m_processes.at(index).pid);
+    std::sort(candidates.begin(), candidates.end());
+
+    QList<Instance> result;
+    for (qsizetype index : candidates) {
+        const Process& process = m_processes.at(index);
+        if (isTopLevel(process, matched))
+            result.append(Instance{process.pid, process.startTime});
+    }
+    return result;
+}
