@@ -26,7 +26,8 @@ void AppDelegate::applicationDidFinishLaunching()
                   : QStringLiteral("🚀 [Obrinta] Running in RELEASE mode - debug logging disabled"));
 
     if (QGuiApplication::platformName() == QLatin1String("offscreen"))
-        Log::info(QStringLiteral("🖥️ [Obrinta] No display found, running headless (offscreen)"));
+        Log::info(
+            QStringLiteral("🖥️ [Obrinta] No display found, running headless (offscreen)"));
 
     AppState::shared();
     NotificationService::shared().requestAuthorization();

@@ -18,7 +18,9 @@ UnixSignalWatcher::UnixSignalWatcher(std::initializer_list<int> signalNumbers, Q
     m_notifier = new QSocketNotifier(g_socketPair[1], QSocketNotifier::Read, this);
     connect(m_notifier, &QSocketNotifier::activated, this, &UnixSignalWatcher::readSignal);
     for (int number : signalNumbers) {
-        struct sigaction action{};
+        struct sigaction action
+        {
+        };
         action.sa_handler = &UnixSignalWatcher::handle;
         sigemptyset(&action.sa_mask);
         action.sa_flags = SA_RESTART;

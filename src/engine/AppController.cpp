@@ -1,9 +1,9 @@
 #include "AppController.h"
 
+#include "ApplicationManager.h"
 #include "model/AppState.h"
 #include "monitors/USBMonitor.h"
 #include "monitors/WiFiMonitoring.h"
-#include "ApplicationManager.h"
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
 #include "platform/RunningApplications.h"
@@ -76,8 +76,8 @@ void AppController::evaluateAllBindings()
             active.append(rule);
     }
 
-    const QList<USBDevice> devices = m_.usbMonitor ? m_.usbMonitor->connectedDevices()
-                                                   : QList<USBDevice>{};
+    const QList<USBDevice> devices =
+        m_.usbMonitor ? m_.usbMonitor->connectedDevices() : QList<USBDevice>{};
     Log::info(QStringLiteral("   📱 Connected devices: %1").arg(devices.size()));
     for (const USBDevice& device : devices) {
         Log::info(QStringLiteral("      - %1 (VID: %2, PID: %3)")
@@ -135,9 +135,8 @@ void AppController::evaluateAllWiFiBindings()
         Log::info(QStringLiteral("   🔗 Evaluating: '") + rule.ssid + QStringLiteral("' → ") +
                   rule.appName);
         // Canonical equivalence: names typed in another Unicode normal form still match.
-        const bool connected =
-            ssid && ssid->normalized(QString::NormalizationForm_C) ==
-                        rule.ssid.normalized(QString::NormalizationForm_C);
+        const bool connected = ssid && ssid->normalized(QString::NormalizationForm_C) ==
+                                           rule.ssid.normalized(QString::NormalizationForm_C);
         Log::info(QStringLiteral("      Network connected: ") + boolText(connected));
         Log::info(QStringLiteral("      Launch on connect: ") + boolText(rule.launchOnConnect));
         Log::info(QStringLiteral("      Kill on disconnect: ") + boolText(rule.killOnDisconnect));
@@ -152,8 +151,8 @@ bool AppController::logRunning(const QString& appBundleIdentifier)
         Log::info(QStringLiteral("      No app configured (shortcuts only)"));
         return false;
     }
-    const bool running = m_.runningApplications &&
-                         !m_.runningApplications->instances(appBundleIdentifier).isEmpty();
+    const bool running =
+        m_.runningApplications && !m_.runningApplications->instances(appBundleIdentifier).isEmpty();
     Log::info(QStringLiteral("      App running: ") + boolText(running));
     return running;
 }
@@ -182,8 +181,8 @@ void AppController::evaluateWiFiBinding(const WiFiAppBinding& rule, bool connect
     handOverShortcuts(rule.shortcuts, connected, QStringLiteral("WiFi '") + rule.ssid + '\'');
 }
 
-void AppController::decide(const RuleContext& context, bool launchOnConnect,
-                           bool killOnDisconnect, bool connected, bool running)
+void AppController::decide(const RuleContext& context, bool launchOnConnect, bool killOnDisconnect,
+                           bool connected, bool running)
 {
     if (connected) {
         if (!launchOnConnect) {

@@ -83,8 +83,8 @@ QString ApplicationManager::secondsText(double seconds)
 
 void ApplicationManager::launchApplication(const RuleContext& context)
 {
-    Log::info(QStringLiteral("      🚀 Launching ") + context.appName + QStringLiteral(" (Bundle ID: ") +
-              context.appBundleIdentifier + QStringLiteral(")"));
+    Log::info(QStringLiteral("      🚀 Launching ") + context.appName +
+              QStringLiteral(" (Bundle ID: ") + context.appBundleIdentifier + QStringLiteral(")"));
     const QString desktopFile = m_applications.desktopFileForId(context.appBundleIdentifier);
     if (!desktopFile.isEmpty()) {
         Log::info(QStringLiteral("      📍 Found app at: ") + desktopFile);
@@ -105,8 +105,7 @@ void ApplicationManager::launchApplication(const RuleContext& context)
                                      true);
 }
 
-void ApplicationManager::startLaunch(const RuleContext& context, const QString& path,
-                                     bool byBundle)
+void ApplicationManager::startLaunch(const RuleContext& context, const QString& path, bool byBundle)
 {
     QPointer<ApplicationManager> weak(this);
     // An application that runs, or whose launch is still under way, is reused, not started twice.
@@ -134,19 +133,17 @@ void ApplicationManager::finishLaunch(const RuleContext& context, bool byBundle,
     if (!error.isEmpty()) {
         Log::info(QStringLiteral("      ❌ Failed to launch ") + context.appName +
                   (byBundle ? QStringLiteral(": ") : QStringLiteral(" from path: ")) + error);
-        m_notifications.postNotification(
-            QStringLiteral("Failed to Launch"),
-            QStringLiteral("Could not start ") + context.appName +
-                (byBundle ? QStringLiteral(": ") + error : QString()),
-            true);
+        m_notifications.postNotification(QStringLiteral("Failed to Launch"),
+                                         QStringLiteral("Could not start ") + context.appName +
+                                             (byBundle ? QStringLiteral(": ") + error : QString()),
+                                         true);
         return;
     }
     Log::info(QStringLiteral("      ✅ Successfully launched ") + context.appName +
               (byBundle ? QString() : QStringLiteral(" from path")));
-    m_notifications.postNotification(QStringLiteral("Application Started"),
-                                     context.appName + QStringLiteral(" was launched ") +
-                                         context.startReason,
-                                     false);
+    m_notifications.postNotification(
+        QStringLiteral("Application Started"),
+        context.appName + QStringLiteral(" was launched ") + context.startReason, false);
 }
 
 void ApplicationManager::terminateApplication(const RuleContext& context, bool force)
@@ -156,10 +153,12 @@ void ApplicationManager::terminateApplication(const RuleContext& context, bool f
         context.appBundleIdentifier.isEmpty() ? QList<RunningApplications::Instance>{}
                                               : m_running.instances(context.appBundleIdentifier);
     if (instances.isEmpty()) {
-        Log::info(QStringLiteral("      ℹ️ ") + context.appName + QStringLiteral(" is not running"));
+        Log::info(QStringLiteral("      ℹ️ ") + context.appName +
+                  QStringLiteral(" is not running"));
         return;
     }
-    Log::info(QStringLiteral("      Found %1 instance(s) of ").arg(instances.size()) + context.appName);
+    Log::info(QStringLiteral("      Found %1 instance(s) of ").arg(instances.size()) +
+              context.appName);
 
     for (const RunningApplications::Instance& found : instances) {
         const std::shared_ptr<ProcessHandle> instance = m_processes.open(found);
@@ -263,21 +262,20 @@ void ApplicationManager::runKillCommand(const RuleContext& context, ProcessHandl
                {QStringLiteral("-9"), QString::number(instance.pid())});
     if (!kill.waitForStarted()) {
         Log::info(QStringLiteral("      ❌ Failed to execute kill command: ") + kill.errorString());
-        m_notifications.postNotification(QStringLiteral("Failed to Stop"), failedToStopBody(context),
-                                         true);
+        m_notifications.postNotification(QStringLiteral("Failed to Stop"),
+                                         failedToStopBody(context), true);
         return;
     }
     kill.waitForFinished();
     const int status = kill.exitStatus() == QProcess::NormalExit ? kill.exitCode() : -1;
     if (status == 0) {
         Log::info(QStringLiteral("      ✅ SIGKILL succeeded"));
-        m_notifications.postNotification(QStringLiteral("Application Stopped"),
-                                         context.appName +
-                                             QStringLiteral(" was forcefully terminated."),
-                                         false);
+        m_notifications.postNotification(
+            QStringLiteral("Application Stopped"),
+            context.appName + QStringLiteral(" was forcefully terminated."), false);
     } else {
         Log::info(QStringLiteral("      ❌ SIGKILL failed with status %1").arg(status));
-        m_notifications.postNotification(QStringLiteral("Failed to Stop"), failedToStopBody(context),
-                                         true);
+        m_notifications.postNotification(QStringLiteral("Failed to Stop"),
+                                         failedToStopBody(context), true);
     }
 }

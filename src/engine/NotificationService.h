@@ -29,7 +29,6 @@ private Q_SLOTS:
     void onNotificationClosed(uint id, uint reason);
 
 private:
-
     std::function<bool()> m_enabled;
     QSet<uint> m_posted;
 };

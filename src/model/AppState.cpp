@@ -20,7 +20,8 @@ template <typename Rule> qsizetype indexOfId(const QList<Rule>& rules, const QUu
     return found == rules.cend() ? -1 : found - rules.cbegin();
 }
 
-template <typename Rule> QList<Rule> withoutOffsets(const QList<Rule>& rules, const QSet<int>& offsets)
+template <typename Rule>
+QList<Rule> withoutOffsets(const QList<Rule>& rules, const QSet<int>& offsets)
 {
     QList<Rule> kept;
     for (qsizetype i = 0; i < rules.size(); ++i) {

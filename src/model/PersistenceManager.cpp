@@ -55,8 +55,8 @@ QList<Rule> PersistenceManager::load(const QString& fileName, const QString& key
 }
 
 template <typename Rule>
-void PersistenceManager::save(const QList<Rule>& rules, const QString& fileName,
-                              const QString& key, const QString& failurePrefix)
+void PersistenceManager::save(const QList<Rule>& rules, const QString& fileName, const QString& key,
+                              const QString& failurePrefix)
 {
     QString error;
     if (const auto bytes = RuleJson::encodeList(rules, QJsonDocument::Indented)) {

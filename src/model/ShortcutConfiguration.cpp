@@ -9,7 +9,8 @@ QJsonObject ShortcutConfiguration::toJson() const
 {
     return QJsonObject{
         {QStringLiteral("shortcutsOnConnect"), QJsonArray::fromStringList(shortcutsOnConnect)},
-        {QStringLiteral("shortcutsOnDisconnect"), QJsonArray::fromStringList(shortcutsOnDisconnect)},
+        {QStringLiteral("shortcutsOnDisconnect"),
+         QJsonArray::fromStringList(shortcutsOnDisconnect)},
     };
 }
 
@@ -18,7 +19,8 @@ std::optional<ShortcutConfiguration> ShortcutConfiguration::fromJson(const QJson
     JsonFieldReader reader(object);
     ShortcutConfiguration configuration;
     configuration.shortcutsOnConnect = reader.stringList(QStringLiteral("shortcutsOnConnect"));
-    configuration.shortcutsOnDisconnect = reader.stringList(QStringLiteral("shortcutsOnDisconnect"));
+    configuration.shortcutsOnDisconnect =
+        reader.stringList(QStringLiteral("shortcutsOnDisconnect"));
     if (!reader.ok())
         return std::nullopt;
     return configuration;

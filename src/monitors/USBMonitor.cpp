@@ -2,10 +2,10 @@
 
 #include "USBDeviceTables.h"
 #include "engine/AppController.h"
-#include "platform/UdevDeviceSource.h"
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
 #include "platform/NotificationCenter.h"
+#include "platform/UdevDeviceSource.h"
 
 #include <QPointer>
 #include <QVariant>
@@ -17,8 +17,8 @@ USBMonitor::USBMonitor(USBDeviceSource& source, std::function<void()> evaluateAl
 
 USBMonitor& USBMonitor::shared()
 {
-    static USBMonitor* monitor = new USBMonitor(*new UdevDeviceSource,
-                                                [] { AppController::shared().evaluateAllBindings(); });
+    static USBMonitor* monitor = new USBMonitor(
+        *new UdevDeviceSource, [] { AppController::shared().evaluateAllBindings(); });
     return *monitor;
 }
 

@@ -16,7 +16,8 @@ inline void async(std::function<void()> work)
 
 inline void after(int milliseconds, std::function<void()> work)
 {
-    QTimer::singleShot(milliseconds, Qt::PreciseTimer, QCoreApplication::instance(), std::move(work));
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, QCoreApplication::instance(),
+                       std::move(work));
 }
 
 } // namespace MainQueue

@@ -24,7 +24,8 @@ quint64 startTimeOf(pid_t pid)
 
 } // namespace
 
-std::shared_ptr<ProcessHandle> PidfdProcessControl::open(const RunningApplications::Instance& instance)
+std::shared_ptr<ProcessHandle>
+PidfdProcessControl::open(const RunningApplications::Instance& instance)
 {
     int fd = int(::syscall(SYS_pidfd_open, instance.pid, 0));
     // Opened after the process table was read: make sure the PID still names that process.

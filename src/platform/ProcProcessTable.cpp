@@ -33,7 +33,8 @@ QString unescapeUnitPart(const QString& part)
 {
     QString result;
     for (qsizetype i = 0; i < part.size(); ++i) {
-        if (part.at(i) == QLatin1Char('\\') && i + 3 < part.size() && part.at(i + 1) == QLatin1Char('x')) {
+        if (part.at(i) == QLatin1Char('\\') && i + 3 < part.size() &&
+            part.at(i + 1) == QLatin1Char('x')) {
             bool ok = false;
             const int code = part.mid(i + 2, 2).toInt(&ok, 16);
             if (ok) {
@@ -87,7 +88,9 @@ QString ProcProcessTable::desktopIdFromUnit(const QString& unit)
 bool ProcProcessTable::readProcess(pid_t pid, Process& process) const
 {
     const QByteArray base = QFile::encodeName(m_procRoot) + '/' + QByteArray::number(pid) + '/';
-    struct stat info{};
+    struct stat info
+    {
+    };
     if (::stat(base.constData(), &info) != 0 || info.st_uid != ::getuid())
         return false;
 
@@ -213,7 +216,8 @@ QList<RunningApplications::Instance> ProcProcessTable::instances(const QString& 
 
     auto executable = m_executables.constFind(desktopId);
     if (executable == m_executables.constEnd())
-        executable = m_executables.insert(desktopId, m_resolver ? m_resolver(desktopId) : QString());
+        executable =
+            m_executables.insert(desktopId, m_resolver ? m_resolver(desktopId) : QString());
     if (!executable->isEmpty()) {
         for (qsizetype index : m_byProgram.value(*executable)) {
             if (!candidates.contains(index))

@@ -31,7 +31,8 @@ public:
         QString argv1;
     };
 
-    explicit ProcProcessTable(ExecutableResolver resolver, QString procRoot = QStringLiteral("/proc"));
+    explicit ProcProcessTable(ExecutableResolver resolver,
+                              QString procRoot = QStringLiteral("/proc"));
 
     void refresh() override;
     QList<Instance> instances(const QString& desktopId) override;

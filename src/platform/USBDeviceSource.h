@@ -21,7 +21,12 @@ public:
         std::optional<quint32> locationID;
     };
 
-    enum class Event { Added, Removed, Overflow };
+    enum class Event
+    {
+        Added,
+        Removed,
+        Overflow
+    };
 
     virtual ~USBDeviceSource() = default;
 

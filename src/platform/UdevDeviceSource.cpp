@@ -145,8 +145,8 @@ bool UdevDeviceSource::startWatching(std::function<void(Event)> handler)
         return false;
     }
     m_handler = std::move(handler);
-    m_notifier = std::make_unique<QSocketNotifier>(udev_monitor_get_fd(m_monitor),
-                                                   QSocketNotifier::Read);
+    m_notifier =
+        std::make_unique<QSocketNotifier>(udev_monitor_get_fd(m_monitor), QSocketNotifier::Read);
     connect(m_notifier.get(), &QSocketNotifier::activated, this, &UdevDeviceSource::receive);
     return true;
 }

@@ -53,7 +53,8 @@ bool UserDefaults::boolean(const QString& key) const
         return value.toDouble() != 0;
     if (value.isString()) {
         const QString text = value.toString().trimmed().toLower();
-        return text == QLatin1String("true") || text == QLatin1String("yes") || text.toLongLong() != 0;
+        return text == QLatin1String("true") || text == QLatin1String("yes") ||
+               text.toLongLong() != 0;
     }
     return false;
 }

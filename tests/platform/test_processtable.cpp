@@ -1,0 +1,104 @@
+#include "platform/PidfdProcessControl.h"
+#include "platform/ProcProcessTable.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+class TestProcessTable : public QObject
+{
+    Q_OBJECT
+
+    QList<QProcess*> m_children;
+
+    QProcess* start(const QString& script)
+    {
+        auto* process = new QProcess(this);
+        process->start("/bin/sh", {"-c", script});
+        process->waitForStarted();
+        m_children << process;
+        return process;
+    }
+
+private Q_SLOTS:
+    void cleanup()
+    {
+        for (QProcess* child : std::exchange(m_children, {})) {
+            child->kill();
+            child->waitForFinished(2000);
+            delete child;
+        }
+    }
+
+    void unitNamesNameTheirDesktopIds()
+    {
+        QCOMPARE(ProcProcessTable::desktopIdFromUnit("app-gnome-org.gnome.TextEditor-4242.scope"),
+                 QStringLiteral("org.gnome.TextEditor"));
+        QCOMPARE(ProcProcessTable::desktopIdFromUnit("app-org.kde.dolphin@0f1e.service"),
+                 QStringLiteral("org.kde.dolphin"));
+        QCOMPARE(ProcProcessTable::desktopIdFromUnit("app-flatpak-org.mozilla.firefox-99.scope"),
+                 QStringLiteral("org.mozilla.firefox"));
+        QCOMPARE(ProcProcessTable::desktopIdFromUnit("app-gnome-my\\x2dtool-7.scope"),
+                 QStringLiteral("my-tool"));
+        QVERIFY(ProcProcessTable::desktopIdFromUnit("session-2.scope").isEmpty());
+        QVERIFY(ProcProcessTable::desktopIdFromUnit("vte-spawn-1.scope").isEmpty());
+    }
+
+    void launchedProcessIsOneInstanceWithoutItsChildren()
+    {
+        // The variable names this very process; the forked child inherits it with another PID.
+        QProcess* parent = start("export GIO_LAUNCHED_DESKTOP_FILE=/x/org.test.Launched.desktop "
+                                 "GIO_LAUNCHED_DESKTOP_FILE_PID=$$; sleep 30 & exec sleep 31");
+        ProcProcessTable table([](const QString&) { return QString(); });
+        QList<RunningApplications::Instance> found;
+        QTRY_VERIFY_WITH_TIMEOUT(
+            (table.refresh(), found = table.instances("org.test.Launched"), !found.isEmpty()),
+            3000);
+        QCOMPARE(found.size(), 1);
+        QCOMPARE(found.first().pid, pid_t(parent->processId()));
+        QVERIFY(table.instances("org.test.Other").isEmpty());
+    }
+
+    void executableIsTheLastResort()
+    {
+        QTemporaryDir dir;
+        const QString program = dir.path() + "/fake-app";
+        QFile::copy("/bin/sleep", program);
+        QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+        QProcess* child = start("exec '" + program + "' 30");
+        ProcProcessTable table(
+            [&](const QString& id) { return id == "org.test.Exe" ? program : QString(); });
+        QTRY_VERIFY_WITH_TIMEOUT((table.refresh(), !table.instances("org.test.Exe").isEmpty()),
+                                 3000);
+        QCOMPARE(table.instances("org.test.Exe").first().pid, pid_t(child->processId()));
+    }
+
+    void pidfdSignalsOnlyTheProcessFound()
+    {
+        QProcess* child = start("exec sleep 30");
+        ProcProcessTable table([](const QString&) { return QString(); });
+        table.refresh();
+        RunningApplications::Instance instance{pid_t(child->processId()), 0};
+        for (const auto& process : table.processes()) {
+            if (process.pid == instance.pid)
+                instance.startTime = process.startTime;
+        }
+        PidfdProcessControl control;
+        // A stale start time stands for a reused PID: nothing may be signalled.
+        auto stranger = control.open({instance.pid, instance.startTime + 1});
+        QVERIFY(!stranger->terminate());
+        QVERIFY(child->state() == QProcess::Running);
+
+        auto handle = control.open(instance);
+        QVERIFY(!handle->isTerminated());
+        bool ended = false;
+        handle->watchExit([&] { ended = true; });
+        QVERIFY(handle->terminate());
+        QVERIFY(child->waitForFinished(3000));
+        QTRY_VERIFY_WITH_TIMEOUT(ended, 3000);
+        QVERIFY(handle->isTerminated());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestProcessTable)
+#include "test_processtable.moc"
