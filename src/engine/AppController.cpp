@@ -7,7 +7,7 @@
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
 #include "platform/RunningApplications.h"
-#include "shortcuts/ShortcutsManaging.h"
+#include "shortcuts/ShortcutsManager.h"
 
 using Log::boolText;
 using Log::hexId;
@@ -29,6 +29,7 @@ AppController& AppController::shared()
         };
         collaborators.runningApplications = &ApplicationManager::sharedRunningApplications();
         collaborators.applications = &ApplicationManager::shared();
+        collaborators.shortcuts = &ShortcutsManager::shared();
         return new AppController(std::move(collaborators));
     }();
     return *controller;
