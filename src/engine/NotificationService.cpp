@@ -83,8 +83,11 @@ void NotificationService::postNotification(const QString& title, const QString& 
 
 void NotificationService::onActionInvoked(uint id, const QString& actionKey)
 {
-    if (actionKey == QLatin1String("default") && m_posted.contains(id))
-        Q_EMIT openSettingsRequested();
+    if (actionKey != QLatin1String("default") || !m_posted.contains(id))
+        return;
+    debugLog(QStringLiteral(
+        "🔔 [NotificationService] Notification clicked, opening the settings window"));
+    Q_EMIT openSettingsRequested();
 }
 
 void NotificationService::onNotificationClosed(uint id, uint)
