@@ -3,7 +3,7 @@
 #include "ApplicationManager.h"
 #include "model/AppState.h"
 #include "monitors/USBMonitor.h"
-#include "monitors/WiFiMonitoring.h"
+#include "monitors/WiFiMonitor.h"
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
 #include "platform/RunningApplications.h"
@@ -19,6 +19,7 @@ AppController& AppController::shared()
     static AppController* controller = [] {
         Collaborators collaborators;
         collaborators.usbMonitor = &USBMonitor::shared();
+        collaborators.wifiMonitor = &WiFiMonitor::shared();
         collaborators.appStateProvider = [] {
             const AppState& state = AppState::shared();
             return std::make_pair(state.bindings(), state.isMonitoring());
