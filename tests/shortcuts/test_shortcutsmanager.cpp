@@ -144,7 +144,10 @@ private Q_SLOTS:
         const QString output = QStringLiteral("\n  alpha \n\n\tbeta\t\r\nbeta\u2028gamma\u00A0\n");
         QCOMPARE(names(ShortcutsManager::parseList(output)),
                  QStringList({"alpha", "beta", "beta", "gamma"}));
-        QCOMPARE(ShortcutsManager::parseList(" a b ").first(), (ShortcutInfo{"a b", "a b"}));
+        const ShortcutInfo blanks = ShortcutsManager::parseList(" a b ").first();
+        QCOMPARE(blanks, (ShortcutInfo{"a b", "a b"}));
+        QCOMPARE(ShortcutInfo::fromJson(blanks.toJson()), blanks);
+        QCOMPARE(ShortcutInfo::fromJson({{"id", "x"}}), std::nullopt);
     }
 
     void undecodableListLeavesTheShortcutsAsTheyWere()
