@@ -4,6 +4,7 @@
 #include "engine/NotificationService.h"
 #include "model/AppState.h"
 #include "monitors/USBMonitor.h"
+#include "monitors/WiFiMonitor.h"
 #include "platform/Log.h"
 #include "platform/MainQueue.h"
 
@@ -35,6 +36,8 @@ void AppDelegate::applicationDidFinishLaunching()
     USBMonitor::shared().scanDevices();
     USBMonitor::shared().startMonitoring();
 
+    WiFiMonitor::shared().startMonitoring();
+
     if (!isUITesting()) {
         MainQueue::after(1000, [] {
             AppController::shared().evaluateAllBindings();
@@ -48,4 +51,5 @@ void AppDelegate::applicationDidFinishLaunching()
 void AppDelegate::applicationWillTerminate()
 {
     USBMonitor::shared().stopMonitoring();
+    WiFiMonitor::shared().stopMonitoring();
 }
