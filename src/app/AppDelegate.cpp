@@ -3,21 +3,65 @@
 #include "engine/AppController.h"
 #include "engine/NotificationService.h"
 #include "model/AppState.h"
+#include "model/PersistenceManager.h"
 #include "monitors/USBMonitor.h"
 #include "monitors/WiFiMonitor.h"
 #include "platform/Log.h"
+#include "platform/LogindSleepWatcher.h"
 #include "platform/MainQueue.h"
+#include "platform/SingleInstance.h"
+#include "platform/XdgAutostartLoginItem.h"
+#include "ui/GeneralSettings.h"
+#include "ui/MenuBarCommands.h"
+#include "ui/MenuBarContent.h"
+#include "ui/TrayIcon.h"
+#include "ui/WindowHost.h"
 
 #include <QGuiApplication>
+#include <QQuickWindow>
+#include <QTimer>
+
+namespace {
+
+bool hasDisplay()
+{
+    const QString platform = QGuiApplication::platformName();
+    return platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
+}
+
+void evaluateAllRules()
+{
+    AppController::shared().evaluateAllBindings();
+    AppController::shared().evaluateAllWiFiBindings();
+}
+
+} // namespace
 
 AppDelegate::AppDelegate(QStringList arguments, QObject* parent)
     : QObject(parent), m_arguments(std::move(arguments))
 {
 }
 
+AppDelegate::~AppDelegate()
+{
+    // The windows go first: their bindings must never see the objects behind them gone.
+    delete m_trayIcon;
+    delete m_windowHost;
+}
+
 bool AppDelegate::isUITesting() const
 {
     return m_arguments.contains(QStringLiteral("-UITesting"));
+}
+
+bool AppDelegate::claimSingleInstance()
+{
+    m_singleInstance = new SingleInstance(this);
+    if (m_singleInstance->claim() == SingleInstance::Claim::AlreadyRunning)
+        return false;
+    connect(m_singleInstance, &SingleInstance::showSettingsRequested, this,
+            &AppDelegate::openSettingsWindow);
+    return true;
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -26,26 +70,91 @@ void AppDelegate::applicationDidFinishLaunching()
                   ? QStringLiteral("🚀 [Obrinta] Running in DEBUG mode - debug logging enabled")
                   : QStringLiteral("🚀 [Obrinta] Running in RELEASE mode - debug logging disabled"));
 
-    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+    if (!hasDisplay())
         Log::info(
             QStringLiteral("🖥️ [Obrinta] No display found, running headless (offscreen)"));
 
     AppState::shared();
     NotificationService::shared().requestAuthorization();
+    connect(&NotificationService::shared(), &NotificationService::openSettingsRequested, this,
+            &AppDelegate::openSettingsWindow);
 
     USBMonitor::shared().scanDevices();
     USBMonitor::shared().startMonitoring();
 
     WiFiMonitor::shared().startMonitoring();
 
+    subscribeToWake();
+    setUpShell();
+
     if (!isUITesting()) {
-        MainQueue::after(1000, [] {
-            AppController::shared().evaluateAllBindings();
-            AppController::shared().evaluateAllWiFiBindings();
-        });
-    } else if (m_arguments.contains(QStringLiteral("-UITestingSeedRules"))) {
-        MainQueue::async([] { AppState::shared().seedUITestRules(); });
+        MainQueue::after(1000, evaluateAllRules);
+    } else {
+        if (m_arguments.contains(QStringLiteral("-UITestingSeedRules")))
+            MainQueue::async([] { AppState::shared().seedUITestRules(); });
+        QTimer::singleShot(500, this, &AppDelegate::openSettingsWindow);
     }
+}
+
+void AppDelegate::subscribeToWake()
+{
+    m_sleepWatcher = new LogindSleepWatcher(this);
+    connect(m_sleepWatcher, &LogindSleepWatcher::didWake, this,
+            [this] { QTimer::singleShot(2000, this, evaluateAllRules); });
+    m_sleepWatcher->start();
+}
+
+void AppDelegate::setUpShell()
+{
+    m_menuBarContent = new MenuBarContent(AppState::shared(), this);
+    m_menuBarCommands = new MenuBarCommands([this] { openSettingsWindow(); }, this);
+    m_generalSettings = new GeneralSettings(PersistenceManager::shared(), AppState::shared(),
+                                            XdgAutostartLoginItem::shared(), this);
+    m_windowHost = new WindowHost({{QStringLiteral("appState"), &AppState::shared()},
+                                   {QStringLiteral("menuBarContent"), m_menuBarContent},
+                                   {QStringLiteral("menuBarCommands"), m_menuBarCommands},
+                                   {QStringLiteral("generalSettings"), m_generalSettings}},
+                                  this);
+    connect(m_windowHost, &WindowHost::settingsWindowHidden, this,
+            &AppDelegate::settingsWindowHidden);
+
+    if (isUITesting()) {
+        connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
+                [this](Qt::ApplicationState state) {
+                    if (state == Qt::ApplicationActive)
+                        QTimer::singleShot(0, this, &AppDelegate::showOrOpenSettingsWindow);
+                });
+    }
+
+    if (!hasDisplay())
+        return;
+    m_trayIcon = new TrayIcon(*m_menuBarContent, *m_menuBarCommands, this);
+    connect(m_trayIcon, &TrayIcon::panelRequested, m_windowHost, &WindowHost::showPanel);
+    m_trayIcon->show();
+    if (!TrayIcon::isHostAvailable())
+        openSettingsWindow();
+}
+
+void AppDelegate::openSettingsWindow()
+{
+    m_windowHost->hidePanel();
+    m_windowHost->showSettings();
+}
+
+void AppDelegate::showOrOpenSettingsWindow()
+{
+    QQuickWindow* window = m_windowHost->settingsWindow();
+    if (!window || !window->isVisible())
+        m_windowHost->showSettings();
+}
+
+void AppDelegate::settingsWindowHidden()
+{
+    if (m_noTrayHintLogged || !hasDisplay() || TrayIcon::isHostAvailable())
+        return;
+    m_noTrayHintLogged = true;
+    Log::info(QStringLiteral(
+        "ℹ️ [Obrinta] Still running without a tray icon; stop it with SIGTERM or log out"));
 }
 
 void AppDelegate::applicationWillTerminate()

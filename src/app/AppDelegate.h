@@ -3,18 +3,44 @@
 #include <QObject>
 #include <QStringList>
 
-// Brings the services up in their fixed order at launch and stops the monitors at the end.
+class GeneralSettings;
+class LogindSleepWatcher;
+class MenuBarCommands;
+class MenuBarContent;
+class SingleInstance;
+class TrayIcon;
+class WindowHost;
+
+// Brings the services up in their fixed order at launch and stops the monitors at the end; owns
+// the tray, the windows, the wake watcher and the claim on being the session's only Obrinta.
 class AppDelegate : public QObject
 {
     Q_OBJECT
 public:
     explicit AppDelegate(QStringList arguments, QObject* parent = nullptr);
+    ~AppDelegate() override;
 
+    // False when another Obrinta runs in this session; it was asked to show its settings.
+    bool claimSingleInstance();
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
 
     bool isUITesting() const;
+    void openSettingsWindow();
 
 private:
+    void subscribeToWake();
+    void setUpShell();
+    void showOrOpenSettingsWindow();
+    void settingsWindowHidden();
+
     QStringList m_arguments;
+    SingleInstance* m_singleInstance = nullptr;
+    LogindSleepWatcher* m_sleepWatcher = nullptr;
+    MenuBarContent* m_menuBarContent = nullptr;
+    MenuBarCommands* m_menuBarCommands = nullptr;
+    GeneralSettings* m_generalSettings = nullptr;
+    WindowHost* m_windowHost = nullptr;
+    TrayIcon* m_trayIcon = nullptr;
+    bool m_noTrayHintLogged = false;
 };

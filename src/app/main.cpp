@@ -29,6 +29,8 @@ int main(int argc, char* argv[])
     QObject::connect(&application, &QApplication::aboutToQuit, &delegate,
                      &AppDelegate::applicationWillTerminate);
 
+    if (!delegate.claimSingleInstance())
+        return 0;
     delegate.applicationDidFinishLaunching();
     return QApplication::exec();
 }

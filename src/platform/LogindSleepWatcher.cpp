@@ -17,8 +17,9 @@ bool LogindSleepWatcher::start()
                     QStringLiteral("org.freedesktop.login1.Manager"),
                     QStringLiteral("PrepareForSleep"), this, SLOT(onPrepareForSleep(bool)));
     if (!subscribed)
-        Log::info(QStringLiteral("⚠️ [Obrinta] Wake from sleep is not watched (no system bus): ") +
-                  bus.lastError().message());
+        Log::info(
+            QStringLiteral("⚠️ [Obrinta] Wake from sleep is not watched (no system bus): ") +
+            bus.lastError().message());
     return subscribed;
 }
 

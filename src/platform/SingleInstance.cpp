@@ -35,7 +35,8 @@ SingleInstance::Claim SingleInstance::claim()
         Log::info(QStringLiteral("⚠️ [Obrinta] Already running, but it did not answer: ") +
                   answer.errorMessage());
     else
-        Log::info(QStringLiteral("ℹ️ [Obrinta] Already running; its settings window was opened"));
+        Log::info(
+            QStringLiteral("ℹ️ [Obrinta] Already running; its settings window was opened"));
     return Claim::AlreadyRunning;
 }
 

@@ -12,7 +12,12 @@ public:
     static const QString serviceName;
     static const QString objectPath;
 
-    enum class Claim { Owned, AlreadyRunning, NoSessionBus };
+    enum class Claim
+    {
+        Owned,
+        AlreadyRunning,
+        NoSessionBus
+    };
 
     explicit SingleInstance(QObject* parent = nullptr);
 
