@@ -211,7 +211,7 @@ private Q_SLOTS:
             << failed.arg("notes", "1",
                           "obrinta-shortcuts: no shortcut named 'notes' (it is not executable)\n");
         QTest::newRow("others can write")
-            << "loose" << QByteArray("exit 0") << 0775 << false
+            << "loose" << QByteArray("exit 0") << 0757 << false
             << failed.arg("loose", "1",
                           "obrinta-shortcuts: refusing to run 'loose': FOLDER/loose can be "
                           "changed by other users\n");

@@ -1,8 +1,9 @@
 #include "ShortcutsFolder.h"
 
+#include "PathTrust.h"
+
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 #include <dirent.h>
@@ -36,36 +37,19 @@ std::optional<std::string> realPath(const std::string& path)
     return std::string(resolved.get());
 }
 
-bool writableByOthers(const struct stat& info)
-{
-    return (info.st_mode & (S_IWGRP | S_IWOTH)) != 0;
-}
-
-// Who may change `path` (a resolved path): the leaf must be the user's (or root's, where
-// `rootMayOwn`) and writable by them alone; each folder above it must belong to the user or root
-// and be writable by nobody else, unless it is sticky (like /tmp), where others cannot replace
-// entries they do not own.
 ShortcutsFolder::Problem trustProblem(const std::string& path, bool rootMayOwn)
 {
     using Problem = ShortcutsFolder::Problem;
-    const uid_t user = getuid();
-    std::string current = path;
-    bool leaf = true;
-    while (true) {
-        struct stat info;
-        if (stat(current.c_str(), &info) != 0)
-            return {Problem::Unreadable, current + ": " + std::strerror(errno)};
-        const bool owned = info.st_uid == user || ((!leaf || rootMayOwn) && info.st_uid == 0);
-        if (!owned)
-            return {Problem::Untrusted, current + " is not owned by you"};
-        if (writableByOthers(info) && (leaf || !(info.st_mode & S_ISVTX)))
-            return {Problem::Untrusted, current + " can be changed by other users"};
-        if (current == "/")
-            return {};
-        const std::size_t slash = current.rfind('/');
-        current = slash == 0 ? "/" : current.substr(0, slash);
-        leaf = false;
+    std::string reason;
+    switch (checkTrust(path, rootMayOwn, reason)) {
+    case Trust::Trusted:
+        return {};
+    case Trust::Untrusted:
+        return {Problem::Untrusted, reason};
+    case Trust::Unreadable:
+        break;
     }
+    return {Problem::Unreadable, reason};
 }
 
 bool isValidUtf8(const std::string& text)

@@ -4,9 +4,8 @@
 #include <string>
 #include <vector>
 
-// The user's shortcuts: the executable files in $XDG_CONFIG_HOME/Obrinta/shortcuts/. Like ssh with
-// its keys, a file or folder that other users could change is never trusted: it is neither listed
-// nor run.
+// The user's shortcuts: the executable files in $XDG_CONFIG_HOME/Obrinta/shortcuts/. A file or
+// folder that other users could change (see PathTrust.h) is neither listed nor run.
 class ShortcutsFolder
 {
 public:
