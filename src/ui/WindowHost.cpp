@@ -2,6 +2,7 @@
 
 #include "SymbolImageProvider.h"
 #include "platform/Log.h"
+#include "platform/ProcessMemory.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -12,8 +13,6 @@
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QScreen>
-
-#include <malloc.h>
 
 namespace {
 
@@ -158,6 +157,9 @@ void WindowHost::release()
     delete m_settingsWindow;
     delete m_engine;
     m_engine = nullptr;
-    // Hands the freed heap back to the system rather than keeping it for a next opening.
-    malloc_trim(0);
+    // The heap and the QML libraries' pages go back to the system until a window opens again.
+    ProcessMemory::trimHeap();
+    ProcessMemory::pageOutMappedFiles({QByteArrayLiteral("libQt6Qml"),
+                                       QByteArrayLiteral("libQt6Quick"),
+                                       QByteArrayLiteral("/qml/")});
 }
