@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -85,33 +86,85 @@ QString ProcProcessTable::desktopIdFromUnit(const QString& unit)
     return {};
 }
 
-bool ProcProcessTable::readProcess(pid_t pid, Process& process) const
+bool ProcProcessTable::readProcess(pid_t pid, Process& process)
 {
     const QByteArray base = QFile::encodeName(m_procRoot) + '/' + QByteArray::number(pid) + '/';
+    // /proc/PID/stat belongs to the process's user: one open tells owner and state together.
+    const int fd = ::open((base + "stat").constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return false;
     struct stat info
     {
     };
-    if (::stat(base.constData(), &info) != 0 || info.st_uid != ::getuid())
+    char buffer[1024];
+    ssize_t length = -1;
+    if (::fstat(fd, &info) == 0 && info.st_uid == ::getuid())
+        length = ::read(fd, buffer, sizeof buffer - 1);
+    ::close(fd);
+    if (length <= 0)
         return false;
-
-    // The command name in /proc/PID/stat may hold blanks and parentheses: parse after the last ')'.
-    const QByteArray stat = readSmallFile(base + "stat");
-    const qsizetype close = stat.lastIndexOf(')');
-    if (close < 0)
+    // The command name may hold blanks and parentheses: parse after the last ')'.
+    buffer[length] = '\0';
+    const char* close = std::strrchr(buffer, ')');
+    if (!close || close[1] == '\0')
         return false;
-    const QList<QByteArray> fields = stat.mid(close + 2).split(' ');
+    // Fields from the state on: 0 state, 1 parent, 19 start time.
+    const char* field = close + 2;
+    const char state = *field;
     // Zombies have ended; they only wait for their parent to reap them.
-    if (fields.size() < 20 || fields.at(0) == "Z" || fields.at(0) == "X")
+    if (state == 'Z' || state == 'X')
+        return false;
+    quint64 values[20] = {};
+    int index = 0;
+    for (const char* c = field; *c && index < 20; ++c) {
+        if (*c == ' ')
+            ++index;
+        else if (index < 20 && *c >= '0' && *c <= '9')
+            values[index] = values[index] * 10 + quint64(*c - '0');
+    }
+    if (index < 19)
         return false;
     process.pid = pid;
-    process.ppid = pid_t(fields.at(1).toInt());
-    process.startTime = fields.at(19).toULongLong();
+    process.ppid = pid_t(values[1]);
+    process.startTime = values[19];
 
     const QByteArray cgroup = readSmallFile(base + "cgroup", 4096).trimmed();
     const qsizetype slash = cgroup.lastIndexOf('/');
     process.unit = QString::fromUtf8(slash >= 0 ? cgroup.mid(slash + 1) : QByteArray());
     process.unitId = desktopIdFromUnit(process.unit);
 
+    if (process.unit.contains(QLatin1String("flatpak"))) {
+        const QByteArray flatpakInfo = readSmallFile(base + "root/.flatpak-info", 16 * 1024);
+        for (const QByteArray& line : flatpakInfo.split('\n')) {
+            if (line.startsWith("name=")) {
+                process.flatpakId = QString::fromUtf8(line.mid(5).trimmed());
+                break;
+            }
+        }
+    }
+    readFixed(base, pid, process);
+    return true;
+}
+
+void ProcProcessTable::readFixed(const QByteArray& base, pid_t pid, Process& process)
+{
+    char target[4096];
+    const ssize_t length = ::readlink((base + "exe").constData(), target, sizeof target - 1);
+    QString exe = length > 0 ? QFile::decodeName(QByteArray(target, length)) : QString();
+    if (exe.endsWith(QLatin1String(" (deleted)")))
+        exe.chop(10);
+
+    const auto cached = m_fixed.constFind(pid);
+    if (cached != m_fixed.constEnd() && cached->startTime == process.startTime &&
+        cached->exe == exe) {
+        process.exe = cached->exe;
+        process.launchedId = cached->launchedId;
+        process.argv0 = cached->argv0;
+        process.argv1 = cached->argv1;
+        return;
+    }
+
+    process.exe = exe;
     const QByteArray environ = readSmallFile(base + "environ", 256 * 1024);
     QByteArray launchedFile;
     QByteArray launchedPid;
@@ -125,23 +178,6 @@ bool ProcProcessTable::readProcess(pid_t pid, Process& process) const
     if (!launchedFile.isEmpty() && launchedPid.toLongLong() == pid)
         process.launchedId = desktopIdFromFile(QFile::decodeName(launchedFile));
 
-    if (process.unit.contains(QLatin1String("flatpak"))) {
-        const QByteArray info = readSmallFile(base + "root/.flatpak-info", 16 * 1024);
-        for (const QByteArray& line : info.split('\n')) {
-            if (line.startsWith("name=")) {
-                process.flatpakId = QString::fromUtf8(line.mid(5).trimmed());
-                break;
-            }
-        }
-    }
-
-    char target[4096];
-    const ssize_t length = ::readlink((base + "exe").constData(), target, sizeof target - 1);
-    if (length > 0) {
-        process.exe = QFile::decodeName(QByteArray(target, length));
-        if (process.exe.endsWith(QLatin1String(" (deleted)")))
-            process.exe.chop(10);
-    }
     const QList<QByteArray> argv = readSmallFile(base + "cmdline", 8192).split('\0');
     process.argv0 = QFile::decodeName(argv.value(0));
     // A script's program path is the interpreter's first argument.
@@ -156,7 +192,8 @@ bool ProcProcessTable::readProcess(pid_t pid, Process& process) const
             break;
         }
     }
-    return true;
+    m_fixed.insert(pid, Fixed{process.startTime, process.exe, process.launchedId, process.argv0,
+                              process.argv1});
 }
 
 void ProcProcessTable::refresh()
@@ -191,6 +228,12 @@ void ProcProcessTable::refresh()
         }
     }
     ::closedir(directory);
+    for (auto it = m_fixed.begin(); it != m_fixed.end();) {
+        if (m_byPid.contains(it.key()))
+            ++it;
+        else
+            it = m_fixed.erase(it);
+    }
 }
 
 bool ProcProcessTable::isTopLevel(const Process& process, const QSet<pid_t>& matched) const
@@ -213,6 +256,7 @@ QList<RunningApplications::Instance> ProcProcessTable::instances(const QString& 
     if (desktopId.isEmpty())
         return {};
     QList<qsizetype> candidates = m_byId.value(desktopId);
+    QSet<qsizetype> seen(candidates.cbegin(), candidates.cend());
 
     auto executable = m_executables.constFind(desktopId);
     if (executable == m_executables.constEnd())
@@ -220,8 +264,10 @@ QList<RunningApplications::Instance> ProcProcessTable::instances(const QString& 
             m_executables.insert(desktopId, m_resolver ? m_resolver(desktopId) : QString());
     if (!executable->isEmpty()) {
         for (qsizetype index : m_byProgram.value(*executable)) {
-            if (!candidates.contains(index))
+            if (!seen.contains(index)) {
+                seen.insert(index);
                 candidates.append(index);
+            }
         }
     }
 

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QSet>
 #include <QString>
 
 #include <functional>
@@ -44,7 +45,18 @@ public:
     const QList<Process>& processes() const { return m_processes; }
 
 private:
-    bool readProcess(pid_t pid, Process& process) const;
+    // What a process's exec fixed: kept across readings while its start time and program stay.
+    struct Fixed
+    {
+        quint64 startTime = 0;
+        QString exe;
+        QString launchedId;
+        QString argv0;
+        QString argv1;
+    };
+
+    bool readProcess(pid_t pid, Process& process);
+    void readFixed(const QByteArray& base, pid_t pid, Process& process);
     bool isTopLevel(const Process& process, const QSet<pid_t>& matched) const;
 
     ExecutableResolver m_resolver;
@@ -54,4 +66,5 @@ private:
     QHash<QString, QList<qsizetype>> m_byId;
     QHash<QString, QList<qsizetype>> m_byProgram;
     QHash<QString, QString> m_executables;
+    QHash<pid_t, Fixed> m_fixed;
 };

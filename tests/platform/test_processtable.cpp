@@ -1,6 +1,8 @@
 #include "platform/PidfdProcessControl.h"
 #include "platform/ProcProcessTable.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -42,6 +44,34 @@ private Q_SLOTS:
                  QStringLiteral("my-tool"));
         QVERIFY(ProcProcessTable::desktopIdFromUnit("session-2.scope").isEmpty());
         QVERIFY(ProcProcessTable::desktopIdFromUnit("vte-spawn-1.scope").isEmpty());
+    }
+
+    void vanishedEntriesAndOddNamesInAFakeProcTree()
+    {
+        QTemporaryDir proc;
+        auto write = [&](const QString& path, const QByteArray& bytes) {
+            QDir().mkpath(QFileInfo(proc.path() + path).absolutePath());
+            QFile file(proc.path() + path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(bytes);
+        };
+        const QByteArray tail = " 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 7777 0 0\n";
+        write("/100/stat", "100 (my (odd) app) S 1" + tail);
+        write("/100/cgroup", "0::/user.slice/app.slice/app-gnome-org.test.Fake-100.scope\n");
+        write("/102/stat", "102 (helper) S 100" + tail);
+        write("/102/cgroup", "0::/user.slice/app.slice/app-gnome-org.test.Fake-100.scope\n");
+        write("/103/stat", "103 (gone) Z 1" + tail);
+        write("/103/cgroup", "0::/user.slice/app.slice/app-gnome-org.test.Fake-103.scope\n");
+        QDir().mkpath(proc.path() + "/101"); // vanished while being read
+        QDir().mkpath(proc.path() + "/self");
+
+        ProcProcessTable table([](const QString&) { return QString(); }, proc.path());
+        table.refresh();
+        const auto found = table.instances("org.test.Fake");
+        QCOMPARE(found.size(), 1);
+        QCOMPARE(found.first().pid, pid_t(100));
+        QCOMPARE(found.first().startTime, quint64(7777));
+        QCOMPARE(table.processes().size(), 2); // neither the vanished one nor the zombie
     }
 
     void launchedProcessIsOneInstanceWithoutItsChildren()
