@@ -33,7 +33,7 @@ bench: build
 	./bench/run-all.sh $(BUILD_DIR)
 
 soak: build
-	./tests/integration/soak.sh $(BUILD_DIR) 600
+	OBRINTA_BIN_DIR=$(BUILD_DIR) umockdev-wrapper /usr/bin/python3 tests/integration/soak.py 600
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i
