@@ -8,9 +8,13 @@ ApplicationWindow {
     minimumWidth: 600
     minimumHeight: 450
 
-    SettingsView {
-        anchors.fill: parent
+    Item {
         objectName: "SettingsView"
         Accessible.name: "SettingsView"
+        anchors.fill: parent
+
+        SettingsView {
+            anchors.fill: parent
+        }
     }
 }

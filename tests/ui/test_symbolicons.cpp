@@ -1,0 +1,102 @@
+#include "UITestSupport.h"
+#include "ui/SymbolIcons.h"
+
+#include <QDirIterator>
+#include <QIcon>
+#include <QImage>
+#include <QRegularExpression>
+#include <QTest>
+
+namespace {
+
+// Pixels that are not fully transparent.
+int paintedPixels(const QPixmap& pixmap)
+{
+    const QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
+    int painted = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            painted += qAlpha(image.pixel(x, y)) > 0;
+    }
+    return painted;
+}
+
+// Every symbol name that the windows ask for.
+QSet<QString> symbolsUsedByTheWindows()
+{
+    static const QRegularExpression patterns[] = {
+        QRegularExpression(QStringLiteral("image://symbol/([A-Za-z0-9.]+)\"")),
+        QRegularExpression(QStringLiteral("(?<![.\\w])(?:name|symbol): \"([A-Za-z0-9.]+)\"")),
+        QRegularExpression(QStringLiteral("\\? \"([A-Za-z0-9.]+)\" : \"([A-Za-z0-9.]+)\""))};
+    QSet<QString> names;
+    QDirIterator files(QStringLiteral(":/obrinta/qml"), {QStringLiteral("*.qml")});
+    while (files.hasNext()) {
+        QFile file(files.next());
+        if (!file.open(QIODevice::ReadOnly))
+            continue;
+        const QString text = QString::fromUtf8(file.readAll());
+        for (const QRegularExpression& pattern : patterns) {
+            for (const QRegularExpressionMatch& match : pattern.globalMatch(text)) {
+                for (int group = 1; group <= match.lastCapturedIndex(); ++group)
+                    names.insert(match.captured(group));
+            }
+        }
+    }
+    return names;
+}
+
+} // namespace
+
+class SymbolIconsTest : public QObject
+{
+    Q_OBJECT
+public:
+    static void initMain() { UITestSupport::useTemporaryHome(); }
+
+private Q_SLOTS:
+    void initTestCase() { QIcon::setThemeName(QStringLiteral("no-such-theme")); }
+
+    void everySymbolShowsWithoutAnIconTheme()
+    {
+        const QSet<QString> used = symbolsUsedByTheWindows();
+        QVERIFY(used.contains(QStringLiteral("figure.run")));
+        QVERIFY(used.contains(QStringLiteral("checkmark.circle.fill")));
+        for (const QString& name : used) {
+            QVERIFY2(!SymbolIcons::bundledPath(name).isEmpty(), qPrintable(name));
+            QVERIFY2(paintedPixels(SymbolIcons::pixmap(name, QSize(16, 16), QColor())) > 8,
+                     qPrintable(name));
+        }
+        QVERIFY(!SymbolIcons::applicationIcon().isNull());
+        QVERIFY(paintedPixels(SymbolIcons::applicationIcon().pixmap(22, 22)) > 50);
+    }
+
+    void everyThemedSymbolHasABundledFallback()
+    {
+        QDirIterator files(QStringLiteral(":/obrinta/icons"));
+        int bundled = 0;
+        while (files.hasNext()) {
+            const QString name = files.next().section(QLatin1Char('/'), -1).chopped(4);
+            ++bundled;
+            QVERIFY2(!SymbolIcons::icon(name).isNull(), qPrintable(name));
+        }
+        QVERIFY(bundled >= 30);
+        for (const QString& symbol :
+             {QStringLiteral("gear"), QStringLiteral("wifi"), QStringLiteral("power")})
+            QVERIFY(!SymbolIcons::themeNames(symbol).isEmpty());
+    }
+
+    void tintFillsTheDrawing()
+    {
+        const QImage image = SymbolIcons::pixmap(QStringLiteral("stop.fill"), QSize(16, 16),
+                                                 QColor(0x34, 0xC7, 0x59))
+                                 .toImage();
+        QCOMPARE(QColor(image.pixel(8, 8)), QColor(0x34, 0xC7, 0x59));
+        QVERIFY(paintedPixels(SymbolIcons::pixmap(QStringLiteral("3.circle.fill"), QSize(16, 16),
+                                                  QColor(Qt::blue))) > 50);
+        QVERIFY(SymbolIcons::pixmap(QStringLiteral("no.such.symbol"), QSize(16, 16), QColor())
+                    .isNull());
+    }
+};
+
+QTEST_MAIN(SymbolIconsTest)
+#include "test_symbolicons.moc"
