@@ -12,7 +12,8 @@ qml6-module-qtqml-workerscript qml6-module-qtquick-shapes qml6-module-qttest qt6
 libudev-dev libglib2.0-dev libglib2.0-bin
 umockdev libumockdev0 gir1.2-umockdev-1.0 python3-gi
 python3-dbusmock dbus dbus-bin dbus-daemon
-xvfb xauth procps
+xvfb xauth procps xdotool
+udiskie trayer
 "
 
 missing=""

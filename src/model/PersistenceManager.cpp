@@ -61,9 +61,10 @@ void PersistenceManager::save(const QList<Rule>& rules, const QString& fileName,
     QString error;
     if (const auto bytes = RuleJson::encodeList(rules, QJsonDocument::Indented)) {
         // Written beside the old file and renamed over it, so a crash leaves one list or the
-        // other, never a truncated file.
+        // other, never a truncated file; unbuffered, so that a full disk fails the commit.
         QSaveFile file(storageDirectory() + QLatin1Char('/') + fileName);
-        if (file.open(QIODevice::WriteOnly) && file.write(*bytes) == bytes->size()) {
+        if (file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) &&
+            file.write(*bytes) == bytes->size()) {
             file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
             if (file.commit())
                 return;

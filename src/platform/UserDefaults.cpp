@@ -75,9 +75,12 @@ bool UserDefaults::set(const QString& key, const QJsonValue& value)
     all.insert(key, value);
     QDir().mkpath(QFileInfo(m_filePath).absolutePath());
     QSaveFile file(m_filePath);
-    if (!file.open(QIODevice::WriteOnly))
+    // Unbuffered, so that a write error (a full disk) fails the commit instead of vanishing.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
-    file.write(QJsonDocument(all).toJson(QJsonDocument::Indented));
+    const QByteArray bytes = QJsonDocument(all).toJson(QJsonDocument::Indented);
+    if (file.write(bytes) != bytes.size())
+        return false;
     file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     return file.commit();
 }

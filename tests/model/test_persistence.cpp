@@ -10,6 +10,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
+#include <sys/resource.h>
+
 class TestPersistence : public QObject
 {
     Q_OBJECT
@@ -110,6 +113,27 @@ private Q_SLOTS:
         QVERIFY(copy);
         QVERIFY(!copy->contains('\n'));
         QCOMPARE(persistence.loadWiFiBindings().first().ssid, QStringLiteral("Home"));
+    }
+
+    void diskFullKeepsTheOldFile()
+    {
+        UserDefaults defaults(m_settingsPath);
+        PersistenceManager persistence(defaults);
+        persistence.saveBindings({rule("old")});
+        // A file-size limit stands in for a full disk: writes past it fail with EFBIG.
+        ::signal(SIGXFSZ, SIG_IGN);
+        rlimit saved{};
+        ::getrlimit(RLIMIT_FSIZE, &saved);
+        rlimit tiny = saved;
+        tiny.rlim_cur = 64;
+        ::setrlimit(RLIMIT_FSIZE, &tiny);
+        LogCapture log;
+        persistence.saveBindings({rule("new"), rule(QString(200, 'x'))});
+        ::setrlimit(RLIMIT_FSIZE, &saved);
+        const QStringList lines = log.take();
+        QVERIFY2(!lines.isEmpty(), "the failed save was not logged");
+        QVERIFY(lines.first().startsWith("Failed to save bindings: "));
+        QCOMPARE(persistence.loadBindings().first().deviceName, QStringLiteral("old"));
     }
 
     void testFolderIsPerProcess()
