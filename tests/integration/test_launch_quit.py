@@ -151,6 +151,23 @@ class LaunchAndQuit(dbusmock.DBusTestCase):
         time.sleep(0.3)
         self.assertEqual(self.mock.GetMethodCalls("Notify"), [])
 
+    def test_notification_server_vanishing_and_coming_back(self):
+        self.home.write_rules([usb_rule(RULE, 0x0FD9, 0x0060, "Deck", "org.test.None", "None", "/none")])
+        self.obrinta = Obrinta(self.home, testbed=self.testbed)
+        self.obrinta.evaluation()
+        type(self).daemon.terminate()
+        type(self).daemon.wait()
+        deck = add_usb_device(self.testbed, "1", 0x0FD9, 0x0060)
+        self.obrinta.read_until(lambda l: l.startswith("Failed to post notification: "))
+        remove_usb_device(self.testbed, deck)
+        self.obrinta.evaluation()
+
+        type(self).daemon, type(self).daemon_obj = self.spawn_server_template(
+            "notification_daemon", {}, stdout=subprocess.DEVNULL)
+        self.mock = dbus.Interface(type(self).daemon_obj, dbusmock.MOCK_IFACE)
+        add_usb_device(self.testbed, "1", 0x0FD9, 0x0060)
+        self.assertEqual(self.notifications(1)[0][0], "Failed to Launch")
+
 
 if __name__ == "__main__":
     unittest.main()
