@@ -195,8 +195,9 @@ void WiFiMonitor::interfaceDidChange()
     m_interfaceName = m_backend.interfaceName();
     if (m_interfaceName != before)
         logInterface();
-    // The service came or went: its network may differ from the one last seen.
-    if (m_monitoringTimer)
+    // A service that just appeared may already be joined. A vanished one is left to the poll, so
+    // that a quick restart of the service does not read as leaving the network.
+    if (m_interfaceName && m_monitoringTimer)
         checkForSSIDChange();
 }
 

@@ -77,6 +77,12 @@ QByteArray bytes(const QVariant& value)
     return {};
 }
 
+bool isStillStarting(const QDBusMessage& reply)
+{
+    return reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.UnknownMethod") ||
+           reply.errorName() == QLatin1String("org.freedesktop.DBus.Error.UnknownObject");
+}
+
 QStringList changedNames(const QList<QVariant>& arguments)
 {
     QStringList names;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QString>
 #include <QVariant>
 #include <QVariantMap>
@@ -25,6 +26,9 @@ QVariant unwrap(QVariant value);
 QString objectPath(const QVariant& value);
 // An `ay` value as bytes, also when it arrives as text.
 QByteArray bytes(const QVariant& value);
+// A service that has just taken its name may not have exported its objects yet; it announces
+// them when it has.
+bool isStillStarting(const QDBusMessage& reply);
 // The names of the properties a PropertiesChanged signal reports, changed or invalidated.
 QStringList changedNames(const QList<QVariant>& arguments);
 

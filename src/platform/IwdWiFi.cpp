@@ -42,8 +42,9 @@ void IwdWiFi::resolve()
                                        QStringLiteral("GetManagedObjects"));
     const QDBusMessage reply = m_bus.call(call, QDBus::Block, DBusProperties::kTimeoutMs);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
-        report(QStringLiteral("⚠️ [WiFiMonitor] Could not list iwd objects: ") +
-               reply.errorMessage());
+        if (!DBusProperties::isStillStarting(reply))
+            report(QStringLiteral("⚠️ [WiFiMonitor] Could not list iwd objects: ") +
+                   reply.errorMessage());
         return;
     }
     const auto objects = reply.arguments().constFirst().value<QDBusArgument>();

@@ -42,8 +42,9 @@ void NetworkManagerWiFi::resolve()
                                                        QStringLiteral("GetDevices"));
     const QDBusMessage reply = m_bus.call(call, QDBus::Block, DBusProperties::kTimeoutMs);
     if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
-        debugLog(QStringLiteral("⚠️ [WiFiMonitor] Could not list NetworkManager devices: ") +
-                 reply.errorMessage());
+        if (!DBusProperties::isStillStarting(reply))
+            report(QStringLiteral("⚠️ [WiFiMonitor] Could not list NetworkManager devices: ") +
+                   reply.errorMessage());
         return;
     }
     const auto devices = qdbus_cast<QList<QDBusObjectPath>>(reply.arguments().constFirst());
@@ -68,32 +69,39 @@ void NetworkManagerWiFi::forget()
 
 std::optional<QString> NetworkManagerWiFi::ssid()
 {
-    const QString accessPoint = activeAccessPoint();
-    if (accessPoint.isEmpty())
+    const auto accessPoint = activeAccessPoint();
+    if (!accessPoint)
         return std::nullopt;
-    const auto ssid = read(accessPoint, kAccessPointInterface, QStringLiteral("Ssid"));
+    if (accessPoint->isEmpty()) {
+        m_lastError.clear();
+        return std::nullopt;
+    }
+    const auto ssid = read(*accessPoint, kAccessPointInterface, QStringLiteral("Ssid"));
     if (!ssid)
         return std::nullopt;
+    m_lastError.clear();
     return SsidText::fromBytes(DBusProperties::bytes(*ssid));
 }
 
 std::optional<QString> NetworkManagerWiFi::bssid()
 {
-    const QString accessPoint = activeAccessPoint();
-    if (accessPoint.isEmpty())
+    const auto accessPoint = activeAccessPoint();
+    if (!accessPoint || accessPoint->isEmpty())
         return std::nullopt;
-    const auto address = read(accessPoint, kAccessPointInterface, QStringLiteral("HwAddress"));
+    const auto address = read(*accessPoint, kAccessPointInterface, QStringLiteral("HwAddress"));
     if (!address || address->toString().isEmpty())
         return std::nullopt;
     return address->toString();
 }
 
-QString NetworkManagerWiFi::activeAccessPoint()
+std::optional<QString> NetworkManagerWiFi::activeAccessPoint()
 {
     if (m_devicePath.isEmpty())
-        return {};
+        return QString();
     const auto value = read(m_devicePath, kWirelessInterface, QStringLiteral("ActiveAccessPoint"));
-    const QString path = value ? DBusProperties::objectPath(*value) : QString();
+    if (!value)
+        return std::nullopt;
+    const QString path = DBusProperties::objectPath(*value);
     return path == QLatin1String("/") ? QString() : path;
 }
 
@@ -102,17 +110,18 @@ std::optional<QVariant> NetworkManagerWiFi::read(const QString& path, const QStr
 {
     QString error;
     auto value = DBusProperties::get(m_bus, kService, path, interface, name, error);
-    if (value) {
-        m_lastError.clear();
-        return value;
-    }
+    if (!value)
+        report(QStringLiteral("⚠️ [WiFiMonitor] Could not read %1 of %2: %3")
+                   .arg(name, path, error));
+    return value;
+}
+
+void NetworkManagerWiFi::report(const QString& line)
+{
     // One line per failure, not one per poll while it lasts.
-    const QString line =
-        QStringLiteral("⚠️ [WiFiMonitor] Could not read %1 of %2: %3").arg(name, path, error);
     if (line != m_lastError)
         debugLog(line);
     m_lastError = line;
-    return std::nullopt;
 }
 
 void NetworkManagerWiFi::watchDevice(bool on)

@@ -31,9 +31,11 @@ private Q_SLOTS:
 private:
     void watchDevice(bool on);
     void resolveAndAnnounce();
-    QString activeAccessPoint();
+    // Absent when it cannot be read; empty when the device is not joined.
+    std::optional<QString> activeAccessPoint();
     std::optional<QVariant> read(const QString& path, const QString& interface,
                                  const QString& name);
+    void report(const QString& line);
 
     QDBusConnection m_bus;
     QString m_devicePath;

@@ -19,9 +19,9 @@ SystemWiFiBackend::SystemWiFiBackend(QObject* parent)
             if (m_eventsOn && service == m_active)
                 Q_EMIT linkDidChange();
         });
-        connect(service, &WiFiService::interfaceDidChange, this, [this, service] {
-            if (service == m_active)
-                Q_EMIT interfaceDidChange();
+        connect(service, &WiFiService::interfaceDidChange, this, [this] {
+            selectService();
+            Q_EMIT interfaceDidChange();
         });
     }
     if (!m_bus.isConnected())
@@ -29,33 +29,35 @@ SystemWiFiBackend::SystemWiFiBackend(QObject* parent)
     auto* watcher = new QDBusServiceWatcher(this);
     watcher->setConnection(m_bus);
     watcher->setWatchMode(QDBusServiceWatcher::WatchForOwnerChange);
-    watcher->addWatchedService(m_networkManager->serviceName());
-    watcher->addWatchedService(m_iwd->serviceName());
-    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, [this] {
-        selectService();
-        Q_EMIT interfaceDidChange();
-    });
+    connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            [this](const QString& name, const QString&, const QString& newOwner) {
+                WiFiService* service =
+                    name == m_networkManager->serviceName() ? m_networkManager : m_iwd;
+                if (newOwner.isEmpty())
+                    service->forget();
+                else
+                    service->resolve();
+                selectService();
+                Q_EMIT interfaceDidChange();
+            });
+    QDBusConnectionInterface* bus = m_bus.interface();
+    for (WiFiService* service : {m_networkManager, m_iwd}) {
+        watcher->addWatchedService(service->serviceName());
+        if (bus && bus->isServiceRegistered(service->serviceName()).value())
+            service->resolve();
+    }
     selectService();
 }
 
 void SystemWiFiBackend::selectService()
 {
-    m_networkManager->forget();
-    m_iwd->forget();
-    if (isRegistered(*m_networkManager))
+    // NetworkManager wins when it has a WiFi device; it may also drive iwd itself.
+    if (m_networkManager->interfaceName())
         m_active = m_networkManager;
-    else if (isRegistered(*m_iwd))
+    else if (m_iwd->interfaceName())
         m_active = m_iwd;
     else
         m_active = nullptr;
-    if (m_active)
-        m_active->resolve();
-}
-
-bool SystemWiFiBackend::isRegistered(const WiFiService& service) const
-{
-    QDBusConnectionInterface* bus = m_bus.interface();
-    return bus && bus->isServiceRegistered(service.serviceName()).value();
 }
 
 std::optional<QString> SystemWiFiBackend::interfaceName() const

@@ -7,9 +7,9 @@
 class QDBusServiceWatcher;
 class WiFiService;
 
-// The WiFi interface on the system bus: NetworkManager where it runs, otherwise iwd. Both names
-// are watched, so a service that starts late or restarts is picked up. Nothing gates reading the
-// network on Linux, so the authorisation status is always 3.
+// The WiFi interface on the system bus: NetworkManager's WiFi device where it has one, otherwise
+// iwd's station. Both names are watched, so a service that starts late or restarts is picked up.
+// Nothing gates reading the network on Linux, so the authorisation status is always 3.
 class SystemWiFiBackend : public WiFiBackend
 {
     Q_OBJECT
@@ -28,7 +28,6 @@ public:
 
 private:
     void selectService();
-    bool isRegistered(const WiFiService& service) const;
 
     QDBusConnection m_bus;
     WiFiService* m_networkManager;
