@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Window
+import "."
 
 // The panel that a click on the tray icon opens; it closes when it loses focus.
 Window {
@@ -19,5 +20,11 @@ Window {
         id: view
         objectName: "MenuBarView"
         onCommandChosen: panel.hide()
+    }
+    // Without a frame the panel needs its own edge.
+    Rectangle {
+        anchors.fill: parent
+        color: "transparent"
+        border.color: Style.separator
     }
 }
