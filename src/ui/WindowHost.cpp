@@ -1,5 +1,6 @@
 #include "WindowHost.h"
 
+#include "RulesQml.h"
 #include "SymbolImageProvider.h"
 #include "platform/Log.h"
 #include "platform/ProcessMemory.h"
@@ -76,6 +77,7 @@ QQmlEngine& WindowHost::engine()
         m_engine->addImageProvider(
             QStringLiteral("symbol"),
             new SymbolImageProvider(QGuiApplication::palette().color(QPalette::WindowText)));
+        RulesQml::install(*m_engine);
         for (auto it = m_contextObjects.cbegin(); it != m_contextObjects.cend(); ++it)
             m_engine->rootContext()->setContextProperty(it.key(), it.value());
     }

@@ -1,30 +1,24 @@
 import QtQuick
-import QtQuick.Controls
-import QtQuick.Layouts
+import Obrinta.Rules
 import "."
 
-// Header only for now; the list follows.
-ColumnLayout {
-    spacing: 0
+// The "USB Rules" tab.
+RuleListTab {
+    title: "Device → App Rules"
+    subtitle: "Configure which applications start and stop based on USB devices"
+    addButtonIdentifier: "AddRuleButton"
+    listIdentifier: "RulesList"
+    detailSymbol: "cable.connector.horizontal"
+    detailRole: "deviceName"
+    rules: BindingListModel {}
+    addSheet: Component { AddRuleView {} }
+    editSheet: Component { EditRuleView {} }
 
-    ColumnLayout {
-        Layout.margins: 16
-        spacing: 2
-
-        Label {
-            text: "Device → App Rules"
-            font.pointSize: Style.title2
-            font.weight: Font.DemiBold
-        }
-        Label {
-            text: "Configure which applications start and stop based on USB devices"
-            font.pointSize: Style.caption
-            color: Style.secondaryText
-        }
-    }
-    Divider {}
-    Item {
-        Layout.fillWidth: true
-        Layout.fillHeight: true
-    }
+    emptyState.objectName: "RulesEmptyState"
+    emptyState.symbol: "link.badge.plus"
+    emptyState.title: "No Rules Configured"
+    emptyState.titleIdentifier: "NoRulesConfiguredText"
+    emptyState.message: "Add a rule to automatically start or stop\napplications based on connected USB devices."
+    emptyState.buttonText: "Add Your First Rule"
+    emptyState.buttonIdentifier: "AddFirstRuleButton"
 }

@@ -1,30 +1,53 @@
 import QtQuick
 import QtQuick.Controls
 import QtQuick.Layouts
+import Obrinta.Rules
 import "."
 
-// Header only for now; the list follows.
-ColumnLayout {
-    spacing: 0
+// The "WiFi Rules" tab; beside its title, the network joined now.
+RuleListTab {
+    CurrentWiFiNetwork {
+        id: network
+    }
 
-    ColumnLayout {
-        Layout.margins: 16
-        spacing: 2
+    title: "WiFi → App Rules"
+    subtitle: "Configure which applications start and stop based on WiFi network"
+    addButtonIdentifier: "AddWiFiRuleButton"
+    detailSymbol: "wifi"
+    detailRole: "ssid"
+    rules: WiFiBindingListModel {}
+    addSheet: Component { AddWiFiRuleView {} }
+    editSheet: Component { EditWiFiRuleView {} }
+    headerAccessory: Label {
+        objectName: "CurrentNetworkChip"
+        visible: network.isConnected
+        text: network.ssid
+        font.pointSize: Style.caption
+        color: Style.secondaryText
+        leftPadding: 8 + 16
+        rightPadding: 8
+        topPadding: 4
+        bottomPadding: 4
+        background: Rectangle {
+            radius: 6
+            color: Qt.rgba(0.2, 0.78, 0.35, 0.1)
 
-        Label {
-            text: "WiFi → App Rules"
-            font.pointSize: Style.title2
-            font.weight: Font.DemiBold
-        }
-        Label {
-            text: "Configure which applications start and stop based on WiFi network"
-            font.pointSize: Style.caption
-            color: Style.secondaryText
+            Symbol {
+                anchors.left: parent.left
+                anchors.leftMargin: 8
+                anchors.verticalCenter: parent.verticalCenter
+                name: "wifi"
+                tint: Style.green
+                size: 12
+            }
         }
     }
-    Divider {}
-    Item {
-        Layout.fillWidth: true
-        Layout.fillHeight: true
-    }
+
+    emptyState.objectName: "WiFiRulesEmptyState"
+    emptyState.symbol: "wifi"
+    emptyState.title: "No WiFi Rules Configured"
+    emptyState.titleIdentifier: "NoWiFiRulesConfiguredText"
+    emptyState.message: "Add a rule to automatically start or stop\napplications based on your WiFi network."
+    emptyState.buttonText: "Add Your First WiFi Rule"
+    emptyState.buttonIdentifier: "AddFirstWiFiRuleButton"
 }
