@@ -146,6 +146,21 @@ private Q_SLOTS:
         monitor.stopMonitoring();
         QVERIFY(!source.handler);
     }
+
+    void lostEventsStillEndInARescan()
+    {
+        FakeSource source;
+        int evaluations = 0;
+        USBMonitor monitor(source, [&] { ++evaluations; });
+        monitor.startMonitoring();
+        source.devices = {props(0x1050, 0x0407), props(0x046d, 0xc52b)};
+        LogCapture log;
+        source.handler(USBDeviceSource::Event::Overflow);
+        QTRY_COMPARE_WITH_TIMEOUT(evaluations, 1, 3000);
+        QCOMPARE(monitor.connectedDevices().size(), 2);
+        QCOMPARE(log.take().first(),
+                 QStringLiteral("⚠️ [USBMonitor] Device event buffer overflowed"));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestUSBMonitor)
