@@ -8,6 +8,7 @@ cmake ninja-build pkg-config g++ clang clang-format libclang-rt-14-dev
 qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-qpa-plugins libqt6svg6 qt6-svg-dev
 qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts
 qml6-module-qtquick-window qml6-module-qtquick-templates qml6-module-qtquick-dialogs
+qml6-module-qt-labs-folderlistmodel
 qml6-module-qtqml-workerscript qml6-module-qtquick-shapes qml6-module-qttest qt6-declarative-dev-tools
 libudev-dev libglib2.0-dev libglib2.0-bin
 umockdev libumockdev0 gir1.2-umockdev-1.0 python3-gi

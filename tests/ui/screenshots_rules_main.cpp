@@ -138,6 +138,11 @@ int main(int argc, char* argv[])
                                                             QStringLiteral("AppSelectionRow"));
     allSaved &= apps.size() > 1 && RulesTestSupport::click(apps.at(1));
     allSaved &= save(sheet, QStringLiteral("sheet-add-rule"));
+    allSaved &= RulesTestSupport::click(sheet, QStringLiteral("BrowseButton"));
+    allSaved &= save(sheet, QStringLiteral("sheet-add-rule-browse"));
+    // The first Escape closes the file dialog, the second the sheet.
+    QTest::keyClick(sheet, Qt::Key_Escape);
+    QTest::qWait(300);
     allSaved &= closeSheet(sheet);
 
     QList<QQuickItem*> rows =

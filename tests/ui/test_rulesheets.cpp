@@ -239,8 +239,17 @@ private Q_SLOTS:
         QVERIFY(!editor->applications()->choose(QUrl::fromLocalFile(program)));
         QVERIFY(!editor->applications()->hasSelectedApp());
         file.setPermissions(file.permissions() | QFileDevice::ExeOwner);
-        QVERIFY(editor->applications()->choose(QUrl::fromLocalFile(program)));
+        auto* dialog = sheet->findChild<QObject*>(QStringLiteral("BrowseDialog"));
+        QVERIFY(dialog);
+        QVERIFY(click(sheet, QStringLiteral("BrowseButton")));
+        QTRY_VERIFY_WITH_TIMEOUT(dialog->property("visible").toBool(), 2000);
+        // What the dialog reports when the user confirms a file.
+        dialog->setProperty("selectedFile", QUrl::fromLocalFile(program));
+        QCOMPARE(dialog->property("selectedFile").toUrl(), QUrl::fromLocalFile(program));
+        QMetaObject::invokeMethod(dialog, "accepted");
+        QMetaObject::invokeMethod(dialog, "close");
         QVERIFY(waitForApps(sheet, 3));
+        QVERIFY(sheet->isVisible());
         QCOMPARE(rowTexts(sheet, "AppSelectionRow", "appId").first(), program);
         QCOMPARE(rowTexts(sheet, "AppSelectionRow", "isSelected").first(), QStringLiteral("true"));
         QVERIFY(editor->applications()->choose(QUrl::fromLocalFile(m_editorPath)));

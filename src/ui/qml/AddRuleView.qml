@@ -16,6 +16,7 @@ SheetWindow {
     primaryText: "Add Rule"
     primaryIdentifier: "SaveRuleButton"
     primaryEnabled: editor.canSave
+    keysEnabled: !applicationSection.isBrowsing
     onAccepted: {
         if (editor.save())
             dismiss()
@@ -63,6 +64,7 @@ SheetWindow {
         }
         Divider {}
         ApplicationSection {
+            id: applicationSection
             picker: editor.applications
         }
         Divider {}

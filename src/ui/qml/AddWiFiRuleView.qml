@@ -17,6 +17,7 @@ SheetWindow {
     primaryText: "Add Rule"
     primaryIdentifier: "SaveRuleButton"
     primaryEnabled: editor.canSave
+    keysEnabled: !applicationSection.isBrowsing
     onAccepted: {
         if (editor.save())
             dismiss()
@@ -78,6 +79,7 @@ SheetWindow {
         }
         Divider {}
         ApplicationSection {
+            id: applicationSection
             picker: editor.applications
         }
         Divider {}

@@ -9,6 +9,8 @@ NumberedSection {
     id: section
 
     property var picker
+    // The file dialog is up: the sheet's Return and Escape are its.
+    readonly property bool isBrowsing: fileDialog.visible
 
     number: 2
     title: "Select Application"
