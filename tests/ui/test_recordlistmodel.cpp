@@ -1,0 +1,91 @@
+#include "ui/AddWiFiRuleEditor.h"
+#include "ui/RecordListModel.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+// The list models apply new rows as the smallest change, so that a list keeps its place.
+class RecordListModelTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QList<QVariantMap> rows(const QStringList& keys, const QString& label = QString())
+    {
+        QList<QVariantMap> made;
+        for (const QString& key : keys)
+            made.append({{QStringLiteral("key"), key}, {QStringLiteral("label"), label + key}});
+        return made;
+    }
+
+    struct Spies
+    {
+        explicit Spies(RecordListModel& model)
+            : reset(&model, &QAbstractItemModel::modelReset),
+              removed(&model, &QAbstractItemModel::rowsRemoved),
+              inserted(&model, &QAbstractItemModel::rowsInserted),
+              changed(&model, &QAbstractItemModel::dataChanged),
+              count(&model, &RecordListModel::countChanged)
+        {
+        }
+        QSignalSpy reset, removed, inserted, changed, count;
+    };
+
+private Q_SLOTS:
+    void removalsAppendsAndChangesKeepTheirRows()
+    {
+        RecordListModel model({"key", "label"});
+        model.setRows(rows({"a", "b", "c", "d"}));
+        Spies spies(model);
+
+        model.setRows(rows({"a", "c"}));
+        QCOMPARE(spies.reset.size(), 0);
+        QCOMPARE(spies.removed.size(), 2);
+        // Highest first, so every position still names the row it named before.
+        QCOMPARE(spies.removed.at(0).at(1).toInt(), 3);
+        QCOMPARE(spies.removed.at(1).at(1).toInt(), 1);
+        QCOMPARE(model.value(1, QStringLiteral("key")).toString(), QStringLiteral("c"));
+
+        model.setRows(rows({"a", "c", "e"}));
+        QCOMPARE(spies.inserted.size(), 1);
+        QCOMPARE(spies.inserted.at(0).at(1).toInt(), 2);
+
+        model.setRows(rows({"a", "c", "e"}, QStringLiteral("new ")));
+        QCOMPARE(spies.reset.size(), 0);
+        QCOMPARE(model.value(2, QStringLiteral("label")).toString(), QStringLiteral("new e"));
+        QCOMPARE(spies.count.size(), 2);
+    }
+
+    void reorderingOrFilteringResets()
+    {
+        RecordListModel model({"key", "label"});
+        model.setRows(rows({"a", "a", "b"}));
+        Spies spies(model);
+        model.setRows(rows({"b", "a"}));
+        QCOMPARE(spies.reset.size(), 1);
+        model.setRows(rows({"b"}), false);
+        QCOMPARE(spies.reset.size(), 2);
+        QCOMPARE(spies.removed.size(), 0);
+        QCOMPARE(model.count(), 1);
+        QVERIFY(!model.value(5, QStringLiteral("key")).isValid());
+    }
+
+    void positionsDropWhatIsOutOfRange()
+    {
+        QCOMPARE(RecordListModel::positions({0, 2, 2, 3, -1, QStringLiteral("x")}, 3),
+                 QSet<int>({0, 2}));
+    }
+
+    void typedNetworkNamesLoseBlanksAndTabsOnly()
+    {
+        QCOMPARE(AddWiFiRuleEditor::trimmedName(QStringLiteral(" \t Guest Net \t")),
+                 QStringLiteral("Guest Net"));
+        QCOMPARE(AddWiFiRuleEditor::trimmedName(QStringLiteral("\u00a0Café ")),
+                 QStringLiteral("Café"));
+        QCOMPARE(AddWiFiRuleEditor::trimmedName(QStringLiteral("Net\n")), QStringLiteral("Net\n"));
+        QCOMPARE(AddWiFiRuleEditor::trimmedName(QStringLiteral(" \t ")), QString());
+    }
+};
+
+QTEST_GUILESS_MAIN(RecordListModelTest)
+#include "test_recordlistmodel.moc"
