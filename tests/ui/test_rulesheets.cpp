@@ -583,8 +583,11 @@ private Q_SLOTS:
 
     void manualActionsLaunchAndQuitTheRulesApplication()
     {
+        // A program of its own, so that no other process of the user's counts as this one.
+        const QString program = m_scratch.filePath(QStringLiteral("obrinta-test-sleeper"));
+        QVERIFY(QFile::copy(QStringLiteral("/bin/sleep"), program));
         writeDesktopEntry(QStringLiteral("org.example.Sleeper"), QStringLiteral("Sleeper"),
-                          QStringLiteral("/bin/sleep 120"));
+                          program + QStringLiteral(" 120"));
         DeviceAppBinding rule =
             UITestSupport::rule(QStringLiteral("Sleeper"), QStringLiteral("Pad"), 1, 2);
         rule.appPath = qEnvironmentVariable("XDG_DATA_HOME") +
