@@ -46,6 +46,25 @@ void writeFile(const QString& path, const QString& text, QFileDevice::Permission
 
 } // namespace
 
+void scrollIntoView(QQuickItem* target)
+{
+    for (QQuickItem* parent = target->parentItem(); parent; parent = parent->parentItem()) {
+        if (!parent->inherits("QQuickFlickable"))
+            continue;
+        QQuickItem* content = parent->property("contentItem").value<QQuickItem*>();
+        if (!content)
+            return;
+        const qreal top = target->mapToItem(content, QPointF()).y();
+        const qreal viewTop = parent->property("contentY").toReal();
+        if (top < viewTop || top + target->height() > viewTop + parent->height()) {
+            const qreal maxY =
+                qMax<qreal>(0, parent->property("contentHeight").toReal() - parent->height());
+            parent->setProperty("contentY", qBound<qreal>(0, top - 20, maxY));
+        }
+        return;
+    }
+}
+
 QQuickWindow* sheet(const QString& objectName)
 {
     QQuickWindow* found = nullptr;
@@ -72,26 +91,6 @@ QQuickItem* item(QQuickWindow* window, const QString& objectName)
 {
     const QList<QQuickItem*> found = items(window ? window->contentItem() : nullptr, objectName);
     return found.isEmpty() ? nullptr : found.first();
-}
-
-// Scrolls the nearest scrolling ancestor of `target` so that the item is inside its view.
-void scrollIntoView(QQuickItem* target)
-{
-    for (QQuickItem* parent = target->parentItem(); parent; parent = parent->parentItem()) {
-        if (!parent->inherits("QQuickFlickable"))
-            continue;
-        QQuickItem* content = parent->property("contentItem").value<QQuickItem*>();
-        if (!content)
-            return;
-        const qreal top = target->mapToItem(content, QPointF()).y();
-        const qreal viewTop = parent->property("contentY").toReal();
-        if (top < viewTop || top + target->height() > viewTop + parent->height()) {
-            const qreal maxY =
-                qMax<qreal>(0, parent->property("contentHeight").toReal() - parent->height());
-            parent->setProperty("contentY", qBound<qreal>(0, top - 20, maxY));
-        }
-        return;
-    }
 }
 
 bool click(QQuickItem* target, Qt::MouseButton button)

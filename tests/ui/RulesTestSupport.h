@@ -20,7 +20,9 @@ bool sheetCloses(const QString& objectName);
 // Every visible item below `root` with this identifier, in tree order.
 QList<QQuickItem*> items(QQuickItem* root, const QString& objectName);
 QQuickItem* item(QQuickWindow* window, const QString& objectName);
-// Clicks the middle of `target`; false when it is not shown or not enabled.
+// Scrolls the nearest scrolling ancestor of `target` so that the item is inside its view.
+void scrollIntoView(QQuickItem* target);
+// Clicks the middle of `target`, scrolled into view; false when it is not shown or not enabled.
 bool click(QQuickItem* target, Qt::MouseButton button = Qt::LeftButton);
 bool click(QQuickWindow* window, const QString& objectName);
 void typeInto(QQuickItem* field, const QString& text);

@@ -138,6 +138,9 @@ int main(int argc, char* argv[])
                                                             QStringLiteral("AppSelectionRow"));
     allSaved &= apps.size() > 1 && RulesTestSupport::click(apps.at(1));
     allSaved &= save(sheet, QStringLiteral("sheet-add-rule"));
+    RulesTestSupport::scrollIntoView(
+        RulesTestSupport::item(sheet, QStringLiteral("OpenShortcutsFolderButton")));
+    allSaved &= save(sheet, QStringLiteral("sheet-add-rule-bottom"));
     allSaved &= RulesTestSupport::click(sheet, QStringLiteral("BrowseButton"));
     allSaved &= save(sheet, QStringLiteral("sheet-add-rule-browse"));
     // The first Escape closes the file dialog, the second the sheet.
