@@ -8,6 +8,12 @@ ApplicationWindow {
     minimumWidth: 600
     minimumHeight: 450
 
+    // The desktop's usual way to close a window from the keyboard; closing only hides it.
+    Shortcut {
+        sequences: [StandardKey.Close]
+        onActivated: close()
+    }
+
     Item {
         objectName: "SettingsView"
         Accessible.name: "SettingsView"
