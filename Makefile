@@ -34,6 +34,7 @@ bench: build
 
 soak: build
 	OBRINTA_BIN_DIR=$(BUILD_DIR) umockdev-wrapper /usr/bin/python3 tests/integration/soak.py 600
+	OBRINTA_CRASH_ROUNDS=1000 ./$(BUILD_DIR)/test_persistence_crash
 
 format:
 	git ls-files '*.cpp' '*.h' | xargs clang-format -i

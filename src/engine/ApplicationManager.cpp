@@ -167,11 +167,12 @@ void ApplicationManager::terminateApplication(const RuleContext& context, bool f
         if (force) {
             Log::info(QStringLiteral("      ⚠️ FORCE TERMINATING ") + context.appName +
                       QStringLiteral(" (PID: ") + pidText + QStringLiteral(")"));
-            accepted = instance->forceTerminate();
+            accepted = instance->isTerminated() || instance->forceTerminate();
         } else {
             Log::info(QStringLiteral("      🛑 Gracefully terminating ") + context.appName +
                       QStringLiteral(" (PID: ") + pidText + QStringLiteral(")"));
-            accepted = instance->terminate();
+            // An instance that ended since the look-up has done what was asked of it.
+            accepted = instance->isTerminated() || instance->terminate();
         }
 
         if (accepted) {

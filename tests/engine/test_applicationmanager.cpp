@@ -191,6 +191,17 @@ private Q_SLOTS:
         QCOMPARE(log.take(), QStringList{"      ℹ️ Editor is not running"});
     }
 
+    void instanceThatEndedSinceTheLookUpCountsAsQuit()
+    {
+        ApplicationManager manager(desktop, running, control, notifications);
+        addProcess(10, false, false, false);
+        control.processes.value(10)->ended = true;
+        LogCapture log;
+        manager.terminateApplication(context(false), false);
+        QCOMPARE(log.take().last(), QStringLiteral("      ✅ Terminated Editor via quit"));
+        QVERIFY(notifications.posted.first().startsWith("Application Stopped|"));
+    }
+
     void refusedWithoutForceGivesUp()
     {
         ApplicationManager manager(desktop, running, control, notifications);
