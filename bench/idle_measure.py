@@ -90,6 +90,10 @@ def main():
             result("idle_%s_wakeups_all_threads" % name, "%.2f" % figures[name][2], "per_s")
             result("idle_%s_wakeups_main_thread" % name, "%.2f" % figures[name][3], "per_s",
                    "<=0.2" if name == "obrinta" else "-")
+        # A tray-only Obrinta has not loaded its windows module, so no QML or Qt Quick library.
+        with open("/proc/%d/maps" % obrinta.pid) as f:
+            quick = {l.split()[-1] for l in f if "libQt6Q" in l or "obrinta-windows" in l}
+        result("idle_obrinta_quick_libraries_mapped", len(quick), "files", "=0")
         result("idle_rss_ratio_obrinta_to_udiskie", "%.2f" % (figures["obrinta"][0] / figures["udiskie"][0]),
                "x", "<=0.67")
 

@@ -15,10 +15,10 @@
 #include "ui/MenuBarCommands.h"
 #include "ui/MenuBarContent.h"
 #include "ui/TrayIcon.h"
-#include "ui/WindowHost.h"
+#include "ui/WindowHosting.h"
+#include "ui/WindowsModule.h"
 
 #include <QGuiApplication>
-#include <QQuickWindow>
 #include <QTimer>
 
 namespace {
@@ -110,14 +110,6 @@ void AppDelegate::setUpShell()
     m_menuBarCommands = new MenuBarCommands([this] { openSettingsWindow(); }, this);
     m_generalSettings = new GeneralSettings(PersistenceManager::shared(), AppState::shared(),
                                             XdgAutostartLoginItem::shared(), this);
-    m_windowHost = new WindowHost({{QStringLiteral("appState"), &AppState::shared()},
-                                   {QStringLiteral("menuBarContent"), m_menuBarContent},
-                                   {QStringLiteral("menuBarCommands"), m_menuBarCommands},
-                                   {QStringLiteral("generalSettings"), m_generalSettings}},
-                                  this);
-    connect(m_windowHost, &WindowHost::settingsWindowHidden, this,
-            &AppDelegate::settingsWindowHidden);
-
     if (isUITesting()) {
         connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
                 [this](Qt::ApplicationState state) {
@@ -129,23 +121,47 @@ void AppDelegate::setUpShell()
     if (!hasDisplay())
         return;
     m_trayIcon = new TrayIcon(*m_menuBarContent, *m_menuBarCommands, this);
-    connect(m_trayIcon, &TrayIcon::panelRequested, m_windowHost, &WindowHost::showPanel);
+    connect(m_trayIcon, &TrayIcon::panelRequested, this, [this](const QRect& anchor) {
+        if (WindowHosting* host = windowHost())
+            host->showPanel(anchor);
+    });
     m_trayIcon->show();
     if (!TrayIcon::isHostAvailable())
         openSettingsWindow();
 }
 
+WindowHosting* AppDelegate::windowHost()
+{
+    if (m_windowHost || m_windowsUnavailable)
+        return m_windowHost;
+    m_windowHost = WindowsModule::create({{QStringLiteral("appState"), &AppState::shared()},
+                                          {QStringLiteral("menuBarContent"), m_menuBarContent},
+                                          {QStringLiteral("menuBarCommands"), m_menuBarCommands},
+                                          {QStringLiteral("generalSettings"), m_generalSettings}},
+                                         this);
+    if (!m_windowHost) {
+        m_windowsUnavailable = true;
+        return nullptr;
+    }
+    connect(m_windowHost, &WindowHosting::settingsWindowHidden, this,
+            &AppDelegate::settingsWindowHidden);
+    return m_windowHost;
+}
+
 void AppDelegate::openSettingsWindow()
 {
-    m_windowHost->hidePanel();
-    m_windowHost->showSettings();
+    WindowHosting* host = windowHost();
+    if (!host)
+        return;
+    host->hidePanel();
+    host->showSettings();
 }
 
 void AppDelegate::showOrOpenSettingsWindow()
 {
-    QQuickWindow* window = m_windowHost->settingsWindow();
-    if (!window || !window->isVisible())
-        m_windowHost->showSettings();
+    WindowHosting* host = windowHost();
+    if (host && !host->isSettingsWindowVisible())
+        host->showSettings();
 }
 
 void AppDelegate::settingsWindowHidden()

@@ -9,7 +9,7 @@ class MenuBarCommands;
 class MenuBarContent;
 class SingleInstance;
 class TrayIcon;
-class WindowHost;
+class WindowHosting;
 
 // Brings the services up in their fixed order at launch and stops the monitors at the end; owns
 // the tray, the windows, the wake watcher and the claim on being the session's only Obrinta.
@@ -31,6 +31,8 @@ public:
 private:
     void subscribeToWake();
     void setUpShell();
+    // Loads the windows module on first use; nullptr when it cannot be loaded.
+    WindowHosting* windowHost();
     void showOrOpenSettingsWindow();
     void settingsWindowHidden();
 
@@ -40,7 +42,8 @@ private:
     MenuBarContent* m_menuBarContent = nullptr;
     MenuBarCommands* m_menuBarCommands = nullptr;
     GeneralSettings* m_generalSettings = nullptr;
-    WindowHost* m_windowHost = nullptr;
+    WindowHosting* m_windowHost = nullptr;
+    bool m_windowsUnavailable = false;
     TrayIcon* m_trayIcon = nullptr;
     bool m_noTrayHintLogged = false;
 };

@@ -57,7 +57,7 @@ void bringForward(QQuickWindow* window)
 } // namespace
 
 WindowHost::WindowHost(QHash<QString, QObject*> contextObjects, QObject* parent)
-    : QObject(parent), m_contextObjects(std::move(contextObjects))
+    : WindowHosting(parent), m_contextObjects(std::move(contextObjects))
 {
     m_releaseTimer.setSingleShot(true);
     m_releaseTimer.setInterval(defaultReleaseDelay);
@@ -136,6 +136,11 @@ void WindowHost::hidePanel()
         m_panelWindow->hide();
 }
 
+bool WindowHost::isSettingsWindowVisible() const
+{
+    return m_settingsWindow && m_settingsWindow->isVisible();
+}
+
 void WindowHost::windowVisibilityChanged()
 {
     const bool anyVisible = (m_settingsWindow && m_settingsWindow->isVisible()) ||
@@ -159,9 +164,10 @@ void WindowHost::release()
     delete m_settingsWindow;
     delete m_engine;
     m_engine = nullptr;
-    // The heap and the QML libraries' pages go back to the system until a window opens again.
+    // The heap and the pages of this module and its QML libraries go back to the system until a
+    // window opens again; the module itself stays loaded.
     ProcessMemory::trimHeap();
     ProcessMemory::pageOutMappedFiles({QByteArrayLiteral("libQt6Qml"),
-                                       QByteArrayLiteral("libQt6Quick"),
-                                       QByteArrayLiteral("/qml/")});
+                                       QByteArrayLiteral("libQt6Quick"), QByteArrayLiteral("/qml/"),
+                                       QByteArrayLiteral("obrinta-windows")});
 }

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QHash>
-#include <QObject>
+#include "WindowHosting.h"
+
 #include <QPointer>
 #include <QQuickWindow>
-#include <QRect>
 #include <QTimer>
 
 class QQmlEngine;
@@ -13,7 +12,7 @@ class QQmlEngine;
 // exists only while a window does: once both are hidden for `releaseDelay`, windows and engine
 // are destroyed, so a tray-only Obrinta stays small. Until then a reopened window is the same
 // window object.
-class WindowHost : public QObject
+class WindowHost : public WindowHosting
 {
     Q_OBJECT
 public:
@@ -23,19 +22,16 @@ public:
     explicit WindowHost(QHash<QString, QObject*> contextObjects, QObject* parent = nullptr);
     ~WindowHost() override;
 
-    // Shows the settings window, or brings it forward; centred when it is made.
-    void showSettings();
-    // Shows the panel beside `anchor` (the tray icon's screen rectangle; empty: the pointer).
-    void showPanel(const QRect& anchor);
-    void hidePanel();
+    // Centred when it is made.
+    void showSettings() override;
+    void showPanel(const QRect& anchor) override;
+    void hidePanel() override;
+    bool isSettingsWindowVisible() const override;
 
     QQuickWindow* settingsWindow() const { return m_settingsWindow; }
     QQuickWindow* panelWindow() const { return m_panelWindow; }
     bool hasEngine() const { return m_engine != nullptr; }
     void setReleaseDelay(int milliseconds) { m_releaseTimer.setInterval(milliseconds); }
-
-Q_SIGNALS:
-    void settingsWindowHidden();
 
 private:
     QQmlEngine& engine();
