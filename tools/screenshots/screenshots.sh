@@ -1,7 +1,7 @@
 #!/bin/sh
 # Pictures of the panel, of every settings tab and of every rule sheet at scale 1, for a person
 # to look at:
-#   tests/ui/screenshots.sh [build folder] [output folder]
+#   tools/screenshots/screenshots.sh [build folder] [output folder]
 set -eu
 cd "$(dirname "$0")/../.."
 build="${1:-build}"
