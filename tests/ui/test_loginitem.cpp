@@ -1,6 +1,5 @@
 #include "platform/XdgAutostartLoginItem.h"
 
-#include <QDir>
 #include <QFile>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -14,22 +13,26 @@ private Q_SLOTS:
     void registeringWritesAnEntryAndUnregisteringRemovesIt()
     {
         QTemporaryDir config;
-        const QString path = config.filePath(QStringLiteral("autostart/obrinta.desktop"));
-        XdgAutostartLoginItem item(QStringLiteral("/usr/bin/obrinta"), path);
+        const QString path = config.filePath("autostart/obrinta.desktop");
+        XdgAutostartLoginItem item("/usr/bin/obrinta", path);
         QCOMPARE(item.update(true), std::nullopt);
         QSettings entry(path, QSettings::IniFormat);
-        QCOMPARE(entry.value(QStringLiteral("Desktop Entry/Type")).toString(),
-                 QStringLiteral("Application"));
-        QCOMPARE(entry.value(QStringLiteral("Desktop Entry/Exec")).toString(),
-                 QStringLiteral("/usr/bin/obrinta"));
-        QCOMPARE(entry.value(QStringLiteral("Desktop Entry/Name")).toString(),
-                 QStringLiteral("Obrinta"));
-
+        QCOMPARE(entry.value("Desktop Entry/Type").toString(), "Application");
+        QCOMPARE(entry.value("Desktop Entry/Exec").toString(), "/usr/bin/obrinta");
+        QCOMPARE(entry.value("Desktop Entry/Name").toString(), "Obrinta");
         QCOMPARE(item.update(true), std::nullopt);
         QCOMPARE(item.update(false), std::nullopt);
         QVERIFY(!QFile::exists(path));
         // Nothing to remove is no failure.
         QCOMPARE(item.update(false), std::nullopt);
+
+        // A file where the folder should be: the entry cannot be written.
+        QFile blocker(config.filePath("blocked"));
+        QVERIFY(blocker.open(QIODevice::WriteOnly));
+        const std::optional<QString> error =
+            XdgAutostartLoginItem("/usr/bin/obrinta", blocker.fileName() + "/obrinta.desktop")
+                .update(true);
+        QVERIFY(error && !error->isEmpty());
     }
 
     void execQuotesPathsThatNeedIt_data()
@@ -52,24 +55,9 @@ private Q_SLOTS:
     {
         QFETCH(QString, executable);
         QFETCH(QString, exec);
-        const XdgAutostartLoginItem item(executable,
-                                         QStringLiteral("/nonexistent/obrinta.desktop"));
-        const QStringList lines = QString::fromUtf8(item.entryText()).split(QLatin1Char('\n'));
-        QVERIFY2(lines.contains(exec), qPrintable(lines.join(QLatin1Char('\n'))));
-    }
-
-    void failuresAreDescribed()
-    {
-        QTemporaryDir config;
-        // "autostart" is a file, so the folder cannot be made.
-        QFile blocker(config.filePath(QStringLiteral("autostart")));
-        QVERIFY(blocker.open(QIODevice::WriteOnly));
-        blocker.close();
-        XdgAutostartLoginItem item(QStringLiteral("/usr/bin/obrinta"),
-                                   config.filePath(QStringLiteral("autostart/obrinta.desktop")));
-        const std::optional<QString> error = item.update(true);
-        QVERIFY(error);
-        QVERIFY(!error->isEmpty());
+        const XdgAutostartLoginItem item(executable, "/nonexistent/obrinta.desktop");
+        const QStringList lines = QString::fromUtf8(item.entryText()).split('\n');
+        QVERIFY2(lines.contains(exec), qPrintable(lines.join('\n')));
     }
 };
 

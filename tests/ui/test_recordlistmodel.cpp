@@ -14,7 +14,7 @@ private:
     {
         QList<QVariantMap> made;
         for (const QString& key : keys)
-            made.append({{QStringLiteral("key"), key}, {QStringLiteral("label"), label + key}});
+            made.append({{"key", key}, {"label", label + key}});
         return made;
     }
 
@@ -44,15 +44,15 @@ private Q_SLOTS:
         // Highest first, so every position still names the row it named before.
         QCOMPARE(spies.removed.at(0).at(1).toInt(), 3);
         QCOMPARE(spies.removed.at(1).at(1).toInt(), 1);
-        QCOMPARE(model.value(1, QStringLiteral("key")).toString(), QStringLiteral("c"));
+        QCOMPARE(model.value(1, "key").toString(), "c");
 
         model.setRows(rows({"a", "c", "e"}));
         QCOMPARE(spies.inserted.size(), 1);
         QCOMPARE(spies.inserted.at(0).at(1).toInt(), 2);
 
-        model.setRows(rows({"a", "c", "e"}, QStringLiteral("new ")));
+        model.setRows(rows({"a", "c", "e"}, "new "));
         QCOMPARE(spies.reset.size(), 0);
-        QCOMPARE(model.value(2, QStringLiteral("label")).toString(), QStringLiteral("new e"));
+        QCOMPARE(model.value(2, "label").toString(), "new e");
         QCOMPARE(spies.count.size(), 2);
     }
 
@@ -67,23 +67,20 @@ private Q_SLOTS:
         QCOMPARE(spies.reset.size(), 2);
         QCOMPARE(spies.removed.size(), 0);
         QCOMPARE(model.count(), 1);
-        QVERIFY(!model.value(5, QStringLiteral("key")).isValid());
+        QVERIFY(!model.value(5, "key").isValid());
     }
 
     void positionsDropWhatIsOutOfRange()
     {
-        QCOMPARE(RecordListModel::positions({0, 2, 2, 3, -1, QStringLiteral("x")}, 3),
-                 QSet<int>({0, 2}));
+        QCOMPARE(RecordListModel::positions({0, 2, 2, 3, -1, "x"}, 3), QSet<int>({0, 2}));
     }
 
     void typedNetworkNamesLoseBlanksAndTabsOnly()
     {
-        QCOMPARE(AddWiFiRuleEditor::trimmedName(QStringLiteral(" \t Guest Net \t")),
-                 QStringLiteral("Guest Net"));
-        QCOMPARE(AddWiFiRuleEditor::trimmedName(QStringLiteral("\u00a0Café ")),
-                 QStringLiteral("Café"));
-        QCOMPARE(AddWiFiRuleEditor::trimmedName(QStringLiteral("Net\n")), QStringLiteral("Net\n"));
-        QCOMPARE(AddWiFiRuleEditor::trimmedName(QStringLiteral(" \t ")), QString());
+        QCOMPARE(AddWiFiRuleEditor::trimmedName(" \t Guest Net \t"), "Guest Net");
+        QCOMPARE(AddWiFiRuleEditor::trimmedName("\u00a0Café "), "Café");
+        QCOMPARE(AddWiFiRuleEditor::trimmedName("Net\n"), "Net\n");
+        QCOMPARE(AddWiFiRuleEditor::trimmedName(" \t "), QString());
     }
 };
 

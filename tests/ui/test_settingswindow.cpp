@@ -4,7 +4,6 @@
 #include "model/PersistenceManager.h"
 #include "platform/UserDefaults.h"
 
-#include <QAccessible>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QQuickItem>
@@ -14,35 +13,28 @@
 
 using namespace UITestSupport;
 
+namespace {
+
+QJsonValue stored(const QString& key)
+{
+    QFile file(UserDefaults::standard().filePath());
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll())[key]
+                                          : QJsonValue();
+}
+
+bool isOn(QQuickWindow* window, const QString& toggle)
+{
+    QQuickItem* found = item(window, toggle);
+    return found && found->property("checked").toBool();
+}
+
+} // namespace
+
 class SettingsWindowTest : public QObject
 {
     Q_OBJECT
 public:
     static void initMain() { useTemporaryHome(); }
-
-private:
-    static QJsonObject storedSettings()
-    {
-        QFile file(UserDefaults::standard().filePath());
-        if (!file.open(QIODevice::ReadOnly))
-            return {};
-        return QJsonDocument::fromJson(file.readAll()).object();
-    }
-
-    static QQuickWindow* openGeneralTab(TestShell& shell)
-    {
-        shell.host.showSettings();
-        QQuickWindow* window = shell.host.settingsWindow();
-        if (!window || !click(window, QStringLiteral("GeneralTabItem")))
-            return nullptr;
-        return window;
-    }
-
-    static bool isOn(QQuickWindow* window, const QString& toggle)
-    {
-        QQuickItem* found = item(window, toggle);
-        return found && found->property("checked").toBool();
-    }
 
 private Q_SLOTS:
     void init()
@@ -52,52 +44,19 @@ private Q_SLOTS:
         AppState::shared().setIsWiFiMonitoring(true);
     }
 
-    void windowHasItsTitleSizeAndTabsInOrder()
+    void eachTabButtonShowsItsOwnContent()
     {
         TestShell shell;
         shell.host.showSettings();
         QQuickWindow* window = shell.host.settingsWindow();
-        QVERIFY(window);
         QVERIFY(QTest::qWaitForWindowExposed(window));
-        QCOMPARE(window->title(), QStringLiteral("Settings"));
-        QCOMPARE(window->size(), QSize(650, 500));
-        QCOMPARE(window->minimumSize(), QSize(600, 450));
-        const QStringList identifiers{
-            QStringLiteral("SettingsView"),     QStringLiteral("SettingsTabView"),
-            QStringLiteral("RulesTabItem"),     QStringLiteral("RulesTab"),
-            QStringLiteral("WiFiRulesTabItem"), QStringLiteral("WiFiRulesTab"),
-            QStringLiteral("DevicesTabItem"),   QStringLiteral("DevicesTab"),
-            QStringLiteral("GeneralTabItem"),   QStringLiteral("GeneralTab")};
-        for (const QString& id : identifiers) {
-            QQuickItem* found = item(window, id);
-            QVERIFY2(found, qPrintable(id));
-            QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(found);
-            QVERIFY2(accessible, qPrintable(id));
-            QCOMPARE(accessible->text(QAccessible::Name), id);
-        }
-
-        const QList<std::pair<QString, QString>> tabs{
-            {QStringLiteral("RulesTabItem"), QStringLiteral("USB Rules")},
-            {QStringLiteral("WiFiRulesTabItem"), QStringLiteral("WiFi Rules")},
-            {QStringLiteral("DevicesTabItem"), QStringLiteral("Devices")},
-            {QStringLiteral("GeneralTabItem"), QStringLiteral("General")}};
-        const QStringList contents{QStringLiteral("RulesTab"), QStringLiteral("WiFiRulesTab"),
-                                   QStringLiteral("DevicesTab"), QStringLiteral("GeneralTab")};
-        qreal previousX = -1;
-        for (const auto& [id, label] : tabs) {
-            QQuickItem* button = item(window, id);
-            QVERIFY2(button, qPrintable(id));
-            QCOMPARE(button->property("text").toString(), label);
-            const qreal x = button->mapToScene(QPointF()).x();
-            QVERIFY2(x > previousX, qPrintable(id + QStringLiteral(" is out of order")));
-            previousX = x;
-        }
-        // The first tab is shown on opening; each tab button shows its own content.
-        QVERIFY(item(window, QStringLiteral("RulesTab"))->isVisible());
+        // The first tab is shown on opening.
+        QVERIFY(item(window, "RulesTab") && !item(window, "GeneralTab"));
+        const QStringList tabs{"RulesTab", "WiFiRulesTab", "DevicesTab", "GeneralTab"};
         for (qsizetype i = tabs.size() - 1; i >= 0; --i) {
-            QVERIFY(click(window, tabs.at(i).first));
-            for (qsizetype j = 0; j < contents.size(); ++j)
-                QCOMPARE(item(window, contents.at(j))->isVisible(), i == j);
+            QVERIFY(click(window, tabs[i] + "Item"));
+            for (qsizetype j = 0; j < tabs.size(); ++j)
+                QCOMPARE(item(window, tabs[j]) != nullptr, i == j);
         }
     }
 
@@ -124,22 +83,18 @@ private Q_SLOTS:
         QVERIFY(shell.host.hasEngine());
     }
 
-    void generalTabShowsTheStoredSwitchesAndVersion()
+    void generalTabShowsTheStoredSwitchesWithoutChangingThem()
     {
         PersistenceManager::shared().setLaunchAtLogin(true);
         PersistenceManager::shared().setShowNotifications(false);
         PersistenceManager::shared().setWifiMonitoringEnabled(false);
         TestShell shell;
-        QQuickWindow* window = openGeneralTab(shell);
+        QQuickWindow* window = shell.settings("GeneralTabItem");
         QVERIFY(window);
-        QVERIFY(isOn(window, QStringLiteral("LaunchAtLoginToggle")));
-        QVERIFY(!isOn(window, QStringLiteral("ShowNotificationsToggle")));
-        QVERIFY(isOn(window, QStringLiteral("MonitoringEnabledToggle")));
-        QVERIFY(!isOn(window, QStringLiteral("WiFiMonitoringEnabledToggle")));
-        QCOMPARE(item(window, QStringLiteral("VersionText"))->property("text").toString(),
-                 QStringLiteral(OBRINTA_VERSION));
-        QCOMPARE(item(window, QStringLiteral("BuildText"))->property("text").toString(),
-                 QStringLiteral(OBRINTA_BUILD));
+        QVERIFY(isOn(window, "LaunchAtLoginToggle"));
+        QVERIFY(!isOn(window, "ShowNotificationsToggle"));
+        QVERIFY(isOn(window, "MonitoringEnabledToggle"));
+        QVERIFY(!isOn(window, "WiFiMonitoringEnabledToggle"));
         // Showing the stored values is no change: nothing is written or registered.
         QVERIFY(shell.loginItem.requests.isEmpty());
         QVERIFY(AppState::shared().isWiFiMonitoring());
@@ -148,9 +103,8 @@ private Q_SLOTS:
     void monitoringTogglesStoreAtOnceAndReachTheStateOnTheNextTurn()
     {
         TestShell shell;
-        QQuickWindow* window = openGeneralTab(shell);
+        QQuickWindow* window = shell.settings("GeneralTabItem");
         QVERIFY(window);
-
         // The state follows after the handler has returned.
         shell.general.setMonitoringEnabled(false);
         QVERIFY(AppState::shared().isMonitoring());
@@ -158,23 +112,20 @@ private Q_SLOTS:
         shell.general.setMonitoringEnabled(true);
         QTRY_VERIFY_WITH_TIMEOUT(AppState::shared().isMonitoring(), 2000);
 
-        QVERIFY(click(window, QStringLiteral("MonitoringEnabledToggle")));
-        QCOMPARE(storedSettings().value(QStringLiteral("monitoringEnabled")), QJsonValue(false));
+        QVERIFY(click(window, "MonitoringEnabledToggle"));
+        QCOMPARE(stored("monitoringEnabled"), QJsonValue(false));
         QTRY_VERIFY_WITH_TIMEOUT(!AppState::shared().isMonitoring(), 2000);
-
-        QVERIFY(click(window, QStringLiteral("WiFiMonitoringEnabledToggle")));
-        QCOMPARE(storedSettings().value(QStringLiteral("wifiMonitoringEnabled")),
-                 QJsonValue(false));
+        QVERIFY(click(window, "WiFiMonitoringEnabledToggle"));
+        QCOMPARE(stored("wifiMonitoringEnabled"), QJsonValue(false));
         QTRY_VERIFY_WITH_TIMEOUT(!AppState::shared().isWiFiMonitoring(), 2000);
         QVERIFY(!AppState::shared().isMonitoring());
-
-        QVERIFY(click(window, QStringLiteral("MonitoringEnabledToggle")));
-        QCOMPARE(storedSettings().value(QStringLiteral("monitoringEnabled")), QJsonValue(true));
+        QVERIFY(click(window, "MonitoringEnabledToggle"));
+        QCOMPARE(stored("monitoringEnabled"), QJsonValue(true));
         QTRY_VERIFY_WITH_TIMEOUT(AppState::shared().isMonitoring(), 2000);
         QVERIFY(!AppState::shared().isWiFiMonitoring());
 
-        QVERIFY(click(window, QStringLiteral("ShowNotificationsToggle")));
-        QCOMPARE(storedSettings().value(QStringLiteral("showNotifications")), QJsonValue(false));
+        QVERIFY(click(window, "ShowNotificationsToggle"));
+        QCOMPARE(stored("showNotifications"), QJsonValue(false));
         QVERIFY(!PersistenceManager::shared().showNotifications());
     }
 
@@ -182,30 +133,28 @@ private Q_SLOTS:
     {
         LogCapture log;
         TestShell shell;
-        shell.loginItem.error = QStringLiteral("Permission denied");
+        shell.loginItem.error = "Permission denied";
         shell.host.setReleaseDelay(100);
-        QQuickWindow* window = openGeneralTab(shell);
+        QQuickWindow* window = shell.settings("GeneralTabItem");
         QVERIFY(window);
-
-        QVERIFY(click(window, QStringLiteral("LaunchAtLoginToggle")));
+        QVERIFY(click(window, "LaunchAtLoginToggle"));
         QCOMPARE(shell.loginItem.requests, QList<bool>{true});
-        QCOMPARE(log.take(),
-                 QStringList{QStringLiteral("Failed to update login item: Permission denied")});
-        QVERIFY(isOn(window, QStringLiteral("LaunchAtLoginToggle")));
-        QCOMPARE(storedSettings().value(QStringLiteral("launchAtLogin")), QJsonValue(true));
+        QCOMPARE(log.take(), QStringList{"Failed to update login item: Permission denied"});
+        QVERIFY(isOn(window, "LaunchAtLoginToggle"));
+        QCOMPARE(stored("launchAtLogin"), QJsonValue(true));
 
         // A new window reads the stored flag, not the registration.
         window->close();
         QTRY_VERIFY_WITH_TIMEOUT(!shell.host.hasEngine(), 5000);
-        window = openGeneralTab(shell);
+        window = shell.settings("GeneralTabItem");
         QVERIFY(window);
-        QVERIFY(isOn(window, QStringLiteral("LaunchAtLoginToggle")));
+        QVERIFY(isOn(window, "LaunchAtLoginToggle"));
 
         shell.loginItem.error.reset();
-        QVERIFY(click(window, QStringLiteral("LaunchAtLoginToggle")));
+        QVERIFY(click(window, "LaunchAtLoginToggle"));
         QCOMPARE(shell.loginItem.requests, (QList<bool>{true, false}));
         QVERIFY(log.take().isEmpty());
-        QCOMPARE(storedSettings().value(QStringLiteral("launchAtLogin")), QJsonValue(false));
+        QCOMPARE(stored("launchAtLogin"), QJsonValue(false));
     }
 };
 

@@ -25,11 +25,11 @@ int paintedPixels(const QPixmap& pixmap)
 QSet<QString> symbolsUsedByTheWindows()
 {
     static const QRegularExpression patterns[] = {
-        QRegularExpression(QStringLiteral("image://symbol/([A-Za-z0-9.]+)\"")),
-        QRegularExpression(QStringLiteral("(?<![.\\w])(?:name|symbol): \"([A-Za-z0-9.]+)\"")),
-        QRegularExpression(QStringLiteral("\\? \"([A-Za-z0-9.]+)\" : \"([A-Za-z0-9.]+)\""))};
+        QRegularExpression("image://symbol/([A-Za-z0-9.]+)\""),
+        QRegularExpression("(?<![.\\w])(?:name|symbol): \"([A-Za-z0-9.]+)\""),
+        QRegularExpression("\\? \"([A-Za-z0-9.]+)\" : \"([A-Za-z0-9.]+)\"")};
     QSet<QString> names;
-    QDirIterator files(QStringLiteral(":/obrinta/qml"), {QStringLiteral("*.qml")});
+    QDirIterator files(":/obrinta/qml", {"*.qml"});
     while (files.hasNext()) {
         QFile file(files.next());
         if (!file.open(QIODevice::ReadOnly))
@@ -54,47 +54,33 @@ public:
     static void initMain() { UITestSupport::useTemporaryHome(); }
 
 private Q_SLOTS:
-    void initTestCase() { QIcon::setThemeName(QStringLiteral("no-such-theme")); }
+    void initTestCase() { QIcon::setThemeName("no-such-theme"); }
 
     void everySymbolShowsWithoutAnIconTheme()
     {
         const QSet<QString> used = symbolsUsedByTheWindows();
-        QVERIFY(used.contains(QStringLiteral("figure.run")));
-        QVERIFY(used.contains(QStringLiteral("checkmark.circle.fill")));
+        QVERIFY(used.contains("figure.run"));
+        QVERIFY(used.contains("checkmark.circle.fill"));
         for (const QString& name : used) {
             QVERIFY2(!SymbolIcons::bundledPath(name).isEmpty(), qPrintable(name));
             QVERIFY2(paintedPixels(SymbolIcons::pixmap(name, QSize(16, 16), QColor())) > 8,
                      qPrintable(name));
         }
-        QVERIFY(!SymbolIcons::applicationIcon().isNull());
         QVERIFY(paintedPixels(SymbolIcons::applicationIcon().pixmap(22, 22)) > 50);
-    }
-
-    void everyThemedSymbolHasABundledFallback()
-    {
-        QDirIterator files(QStringLiteral(":/obrinta/icons"));
-        int bundled = 0;
-        while (files.hasNext()) {
-            const QString name = files.next().section(QLatin1Char('/'), -1).chopped(4);
-            ++bundled;
+        QDirIterator bundled(":/obrinta/icons");
+        while (bundled.hasNext()) {
+            const QString name = bundled.next().section('/', -1).chopped(4);
             QVERIFY2(!SymbolIcons::icon(name).isNull(), qPrintable(name));
         }
-        QVERIFY(bundled >= 30);
-        for (const QString& symbol :
-             {QStringLiteral("gear"), QStringLiteral("wifi"), QStringLiteral("power")})
-            QVERIFY(!SymbolIcons::themeNames(symbol).isEmpty());
     }
 
     void tintFillsTheDrawing()
     {
-        const QImage image = SymbolIcons::pixmap(QStringLiteral("stop.fill"), QSize(16, 16),
-                                                 QColor(0x34, 0xC7, 0x59))
-                                 .toImage();
+        const QImage image =
+            SymbolIcons::pixmap("stop.fill", QSize(16, 16), QColor(0x34, 0xC7, 0x59)).toImage();
         QCOMPARE(QColor(image.pixel(8, 8)), QColor(0x34, 0xC7, 0x59));
-        QVERIFY(paintedPixels(SymbolIcons::pixmap(QStringLiteral("3.circle.fill"), QSize(16, 16),
-                                                  QColor(Qt::blue))) > 50);
-        QVERIFY(SymbolIcons::pixmap(QStringLiteral("no.such.symbol"), QSize(16, 16), QColor())
-                    .isNull());
+        QVERIFY(paintedPixels(SymbolIcons::pixmap("3.circle.fill", QSize(16, 16), Qt::blue)) > 50);
+        QVERIFY(SymbolIcons::pixmap("no.such.symbol", QSize(16, 16), QColor()).isNull());
     }
 };
 

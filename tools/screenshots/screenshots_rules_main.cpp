@@ -1,7 +1,6 @@
 // Saves pictures of the rule tabs and of every rule sheet, filled with sample devices, rules,
 // applications and shortcuts, into the folder given as the first argument. Run by
 // screenshots.sh under Xvfb.
-#include "RulesTestSupport.h"
 #include "UITestSupport.h"
 #include "model/AppState.h"
 
@@ -89,17 +88,17 @@ void writeSamples()
         {QStringLiteral("com.valvesoftware.Steam"), QStringLiteral("Steam")},
     };
     for (const auto& [id, name] : apps)
-        RulesTestSupport::writeDesktopEntry(id, name);
+        UITestSupport::writeDesktopEntry(id, name);
     for (const QString& name : {QStringLiteral("Dim Lights"), QStringLiteral("Start Recording"),
                                 QStringLiteral("Mute Notifications")})
-        RulesTestSupport::writeShortcut(name);
+        UITestSupport::writeShortcut(name);
 }
 
 QQuickWindow* openSheet(QQuickWindow* settings, const QString& button, const QString& sheetName)
 {
-    if (!RulesTestSupport::click(settings, button))
+    if (!UITestSupport::click(settings, button))
         return nullptr;
-    return RulesTestSupport::sheet(sheetName);
+    return UITestSupport::sheet(sheetName);
 }
 
 bool closeSheet(QQuickWindow* sheet)
@@ -108,7 +107,7 @@ bool closeSheet(QQuickWindow* sheet)
         return false;
     const QString name = sheet->objectName();
     QTest::keyClick(sheet, Qt::Key_Escape);
-    return RulesTestSupport::sheetCloses(name);
+    return UITestSupport::sheetCloses(name);
 }
 
 } // namespace
@@ -130,18 +129,18 @@ int main(int argc, char* argv[])
     allSaved &= UITestSupport::click(settings, QStringLiteral("RulesTabItem"));
     QQuickWindow* sheet =
         openSheet(settings, QStringLiteral("AddRuleButton"), QStringLiteral("AddRuleSheet"));
-    const QList<QQuickItem*> devices = RulesTestSupport::items(
-        sheet ? sheet->contentItem() : nullptr, QStringLiteral("DeviceSelectionRow"));
-    allSaved &= !devices.isEmpty() && RulesTestSupport::click(devices.first());
+    const QList<QQuickItem*> devices = UITestSupport::items(sheet ? sheet->contentItem() : nullptr,
+                                                            QStringLiteral("DeviceSelectionRow"));
+    allSaved &= !devices.isEmpty() && UITestSupport::click(devices.first());
     QTest::qWait(300);
-    const QList<QQuickItem*> apps = RulesTestSupport::items(sheet ? sheet->contentItem() : nullptr,
-                                                            QStringLiteral("AppSelectionRow"));
-    allSaved &= apps.size() > 1 && RulesTestSupport::click(apps.at(1));
+    const QList<QQuickItem*> apps = UITestSupport::items(sheet ? sheet->contentItem() : nullptr,
+                                                         QStringLiteral("AppSelectionRow"));
+    allSaved &= apps.size() > 1 && UITestSupport::click(apps.at(1));
     allSaved &= save(sheet, QStringLiteral("sheet-add-rule"));
-    RulesTestSupport::scrollIntoView(
-        RulesTestSupport::item(sheet, QStringLiteral("OpenShortcutsFolderButton")));
+    UITestSupport::scrollIntoView(
+        UITestSupport::item(sheet, QStringLiteral("OpenShortcutsFolderButton")));
     allSaved &= save(sheet, QStringLiteral("sheet-add-rule-bottom"));
-    allSaved &= RulesTestSupport::click(sheet, QStringLiteral("BrowseButton"));
+    allSaved &= UITestSupport::click(sheet, QStringLiteral("BrowseButton"));
     allSaved &= save(sheet, QStringLiteral("sheet-add-rule-browse"));
     // The first Escape closes the file dialog, the second the sheet.
     QTest::keyClick(sheet, Qt::Key_Escape);
@@ -149,11 +148,11 @@ int main(int argc, char* argv[])
     allSaved &= closeSheet(sheet);
 
     QList<QQuickItem*> rows =
-        RulesTestSupport::items(settings->contentItem(), QStringLiteral("RuleRow"));
-    allSaved &= !rows.isEmpty() && RulesTestSupport::click(rows.first());
-    sheet = RulesTestSupport::sheet(QStringLiteral("EditRuleSheet"));
+        UITestSupport::items(settings->contentItem(), QStringLiteral("RuleRow"));
+    allSaved &= !rows.isEmpty() && UITestSupport::click(rows.first());
+    sheet = UITestSupport::sheet(QStringLiteral("EditRuleSheet"));
     allSaved &= save(sheet, QStringLiteral("sheet-edit-rule"));
-    allSaved &= RulesTestSupport::click(sheet, QStringLiteral("DeleteRuleButton"));
+    allSaved &= UITestSupport::click(sheet, QStringLiteral("DeleteRuleButton"));
     allSaved &= save(sheet, QStringLiteral("sheet-edit-rule-delete"));
     if (sheet)
         QTest::keyClick(sheet, Qt::Key_Escape);
@@ -164,13 +163,13 @@ int main(int argc, char* argv[])
     allSaved &= UITestSupport::click(settings, QStringLiteral("WiFiRulesTabItem"));
     sheet = openSheet(settings, QStringLiteral("AddWiFiRuleButton"),
                       QStringLiteral("AddWiFiRuleSheet"));
-    allSaved &= RulesTestSupport::click(sheet, QStringLiteral("CurrentNetworkRow"));
+    allSaved &= UITestSupport::click(sheet, QStringLiteral("CurrentNetworkRow"));
     allSaved &= save(sheet, QStringLiteral("sheet-add-wifi-rule"));
     allSaved &= closeSheet(sheet);
 
-    rows = RulesTestSupport::items(settings->contentItem(), QStringLiteral("RuleRow"));
-    allSaved &= !rows.isEmpty() && RulesTestSupport::click(rows.first());
-    sheet = RulesTestSupport::sheet(QStringLiteral("EditWiFiRuleSheet"));
+    rows = UITestSupport::items(settings->contentItem(), QStringLiteral("RuleRow"));
+    allSaved &= !rows.isEmpty() && UITestSupport::click(rows.first());
+    sheet = UITestSupport::sheet(QStringLiteral("EditWiFiRuleSheet"));
     allSaved &= save(sheet, QStringLiteral("sheet-edit-wifi-rule"));
     allSaved &= closeSheet(sheet);
 
