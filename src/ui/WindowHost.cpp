@@ -164,10 +164,11 @@ void WindowHost::release()
     delete m_settingsWindow;
     delete m_engine;
     m_engine = nullptr;
-    // The heap and the pages of this module and its QML libraries go back to the system until a
-    // window opens again; the module itself stays loaded.
+    // The heap and the pages of this module and of the libraries only the windows use go back to
+    // the system until a window opens again; the module itself stays loaded.
     ProcessMemory::trimHeap();
-    ProcessMemory::pageOutMappedFiles({QByteArrayLiteral("libQt6Qml"),
-                                       QByteArrayLiteral("libQt6Quick"), QByteArrayLiteral("/qml/"),
-                                       QByteArrayLiteral("obrinta-windows")});
+    ProcessMemory::pageOutMappedFiles(
+        {QByteArrayLiteral("libQt6Qml"), QByteArrayLiteral("libQt6Quick"),
+         QByteArrayLiteral("libQt6Network"), QByteArrayLiteral("libQt6OpenGL"),
+         QByteArrayLiteral("/qml/"), QByteArrayLiteral("obrinta-windows")});
 }
