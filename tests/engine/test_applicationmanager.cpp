@@ -10,21 +10,7 @@
 
 namespace {
 
-struct FakeDesktop : DesktopApplications
-{
-    QHash<QString, QString> files;
-    QString launchError;
-    QStringList launched;
-    QString desktopFileForId(const QString& id) override { return files.value(id); }
-    QString executableForId(const QString&) override { return {}; }
-    void launch(const QString& path, std::function<void(const QString&)> done) override
-    {
-        launched << path;
-        const QString error = launchError;
-        MainQueue::async([done, error] { done(error); });
-    }
-};
-
+// A process that takes or refuses each signal, and ends on SIGTERM or keeps running.
 struct FakeProcess : ProcessHandle
 {
     pid_t m_pid;
@@ -60,25 +46,29 @@ struct FakeProcess : ProcessHandle
     }
 };
 
-struct FakeRunning : RunningApplications
+// The desktop, the process table and the notification server, recording what they are asked.
+struct Fakes : DesktopApplications, RunningApplications, ProcessControl, NotificationPosting
 {
+    QHash<QString, QString> files;
+    QString launchError;
+    QStringList launched;
     QList<Instance> list;
+    QHash<pid_t, std::shared_ptr<FakeProcess>> processes;
+    QStringList posted;
+
+    QString desktopFileForId(const QString& id) override { return files.value(id); }
+    QString executableForId(const QString&) override { return {}; }
+    void launch(const QString& path, std::function<void(const QString&)> done) override
+    {
+        launched << path;
+        MainQueue::async([done, error = launchError] { done(error); });
+    }
     void refresh() override {}
     QList<Instance> instances(const QString&) override { return list; }
-};
-
-struct FakeControl : ProcessControl
-{
-    QHash<pid_t, std::shared_ptr<FakeProcess>> processes;
-    std::shared_ptr<ProcessHandle> open(const RunningApplications::Instance& i) override
+    std::shared_ptr<ProcessHandle> open(const Instance& i) override
     {
         return processes.value(i.pid);
     }
-};
-
-struct FakeNotifications : NotificationPosting
-{
-    QStringList posted;
     void postNotification(const QString& title, const QString& body, bool isError) override
     {
         posted << QStringLiteral("%1|%2|%3").arg(title, body).arg(isError);
@@ -102,181 +92,156 @@ class TestApplicationManager : public QObject
 {
     Q_OBJECT
 
-    FakeDesktop desktop;
-    FakeRunning running;
-    FakeControl control;
-    FakeNotifications notifications;
+    Fakes fakes;
+    std::unique_ptr<ApplicationManager> manager;
 
     void addProcess(pid_t pid, bool term, bool kill, bool ends)
     {
-        running.list.append({pid, 1});
-        control.processes.insert(pid, std::make_shared<FakeProcess>(pid, term, kill, ends));
+        fakes.list.append({pid, 1});
+        fakes.processes.insert(pid, std::make_shared<FakeProcess>(pid, term, kill, ends));
+    }
+
+    QStringList terminate(const RuleContext& context, bool force)
+    {
+        LogCapture log;
+        manager->terminateApplication(context, force);
+        return log.take();
     }
 
 private Q_SLOTS:
-    // Queued work of one case still holds its fake processes.
-    void cleanup() { QCoreApplication::processEvents(); }
-
     void init()
     {
-        desktop = {};
-        running = {};
-        control = {};
-        notifications = {};
+        fakes = Fakes();
+        manager = std::make_unique<ApplicationManager>(fakes, fakes, fakes, fakes);
+    }
+
+    // Queued work of one case still holds its fake processes.
+    void cleanup()
+    {
+        QCoreApplication::processEvents();
+        manager.reset();
     }
 
     void launchByIdThenByPathThenNothing()
     {
-        ApplicationManager manager(desktop, running, control, notifications);
-        desktop.files.insert("org.example.Editor", "/apps/org.example.Editor.desktop");
+        fakes.files.insert("org.example.Editor", "/apps/org.example.Editor.desktop");
         LogCapture log;
-        manager.launchApplication(context());
-        QTRY_COMPARE_WITH_TIMEOUT(notifications.posted.size(), 1, 2000);
+        manager->launchApplication(context());
+        QTRY_COMPARE_WITH_TIMEOUT(fakes.posted.size(), 1, 2000);
         QCOMPARE(log.take(),
                  (QStringList{"      🚀 Launching Editor (Bundle ID: org.example.Editor)",
                               "      📍 Found app at: /apps/org.example.Editor.desktop",
                               "      ✅ Successfully launched Editor"}));
-        QCOMPARE(notifications.posted.takeFirst(),
+        QCOMPARE(fakes.posted.takeFirst(),
                  "Application Started|Editor was launched because Deck is connected.|0");
 
-        desktop.files.clear();
+        fakes.files.clear();
         RuleContext missing = context();
         missing.appPath = "/nowhere/editor";
-        manager.launchApplication(missing);
+        manager->launchApplication(missing);
         QCOMPARE(log.take(),
                  (QStringList{
                      "      🚀 Launching Editor (Bundle ID: org.example.Editor)",
                      "      ⚠️ Could not find app by bundle ID, trying path: /nowhere/editor",
                      "      ❌ App path does not exist: /nowhere/editor"}));
         QCOMPARE(
-            notifications.posted.takeFirst(),
+            fakes.posted.takeFirst(),
             "Failed to Launch|Could not start Editor: Application not found at /nowhere/editor|1");
 
         RuleContext byPath = context();
         byPath.appPath = QCoreApplication::applicationFilePath();
-        desktop.launchError = "Failed to execute child process";
-        manager.launchApplication(byPath);
-        QTRY_COMPARE_WITH_TIMEOUT(notifications.posted.size(), 1, 2000);
+        fakes.launchError = "Failed to execute child process";
+        manager->launchApplication(byPath);
+        QTRY_COMPARE_WITH_TIMEOUT(fakes.posted.size(), 1, 2000);
         QCOMPARE(log.take().last(),
                  "      ❌ Failed to launch Editor from path: Failed to execute child process");
-        QCOMPARE(notifications.posted.takeFirst(), "Failed to Launch|Could not start Editor|1");
+        QCOMPARE(fakes.posted.takeFirst(), "Failed to Launch|Could not start Editor|1");
     }
 
     void secondLaunchWhileInFlightStartsNothing()
     {
-        ApplicationManager manager(desktop, running, control, notifications);
-        desktop.files.insert("org.example.Editor", "/apps/e.desktop");
-        manager.launchApplication(context());
-        manager.launchApplication(context());
-        QTRY_COMPARE_WITH_TIMEOUT(notifications.posted.size(), 2, 2000);
-        QCOMPARE(desktop.launched.size(), 1);
+        fakes.files.insert("org.example.Editor", "/apps/e.desktop");
+        manager->launchApplication(context());
+        manager->launchApplication(context());
+        QTRY_COMPARE_WITH_TIMEOUT(fakes.posted.size(), 2, 2000);
+        QCOMPARE(fakes.launched.size(), 1);
     }
 
     void politeQuitOfTwoInstances()
     {
-        ApplicationManager manager(desktop, running, control, notifications);
         addProcess(10, true, true, true);
         addProcess(11, true, true, true);
-        LogCapture log;
-        manager.terminateApplication(context(), false);
-        QCOMPARE(log.take(), (QStringList{"      Found 2 instance(s) of Editor",
-                                          "      🛑 Gracefully terminating Editor (PID: 10)",
-                                          "      ✅ Terminated Editor via quit",
-                                          "      🛑 Gracefully terminating Editor (PID: 11)",
-                                          "      ✅ Terminated Editor via quit"}));
-        QCOMPARE(notifications.posted.size(), 2);
-
-        running.list.clear();
-        manager.terminateApplication(context(), false);
-        QCOMPARE(log.take(), QStringList{"      ℹ️ Editor is not running"});
+        QCOMPARE(terminate(context(), false),
+                 (QStringList{"      Found 2 instance(s) of Editor",
+                              "      🛑 Gracefully terminating Editor (PID: 10)",
+                              "      ✅ Terminated Editor via quit",
+                              "      🛑 Gracefully terminating Editor (PID: 11)",
+                              "      ✅ Terminated Editor via quit"}));
+        QCOMPARE(fakes.posted.size(), 2);
+        fakes.list.clear();
+        QCOMPARE(terminate(context(), false), QStringList{"      ℹ️ Editor is not running"});
     }
 
     void instanceThatEndedSinceTheLookUpCountsAsQuit()
     {
-        ApplicationManager manager(desktop, running, control, notifications);
         addProcess(10, false, false, false);
-        control.processes.value(10)->ended = true;
-        LogCapture log;
-        manager.terminateApplication(context(false), false);
-        QCOMPARE(log.take().last(), QStringLiteral("      ✅ Terminated Editor via quit"));
-        QVERIFY(notifications.posted.first().startsWith("Application Stopped|"));
+        fakes.processes.value(10)->ended = true;
+        QCOMPARE(terminate(context(), false).last(), "      ✅ Terminated Editor via quit");
+        QVERIFY(fakes.posted.first().startsWith("Application Stopped|"));
     }
 
     void refusedWithoutForceGivesUp()
     {
-        ApplicationManager manager(desktop, running, control, notifications);
         addProcess(10, false, true, false);
-        LogCapture log;
-        manager.terminateApplication(context(false), false);
-        QCOMPARE(log.take().mid(2), (QStringList{"      ❌ Termination failed (force: false)",
-                                                 "      🚫 Force quit not allowed, giving up"}));
-        QVERIFY(notifications.posted.first().startsWith(
-            "Unable to Quit|Editor could not be quit gracefully."));
+        QCOMPARE(terminate(context(false), false).mid(2),
+                 (QStringList{"      ❌ Termination failed (force: false)",
+                              "      🚫 Force quit not allowed, giving up"}));
+        QVERIFY(
+            fakes.posted.first().startsWith("Unable to Quit|Editor could not be quit gracefully."));
     }
 
     void refusedWithForceEscalatesAfterTimeout()
     {
-        ApplicationManager manager(desktop, running, control, notifications);
         addProcess(10, false, true, false);
-        LogCapture log;
-        manager.terminateApplication(context(true, 0.2), false);
         QCOMPARE(
-            log.take().mid(2),
+            terminate(context(true, 0.2), false).mid(2),
             (QStringList{
                 "      ❌ Termination failed (force: false)",
                 "      ⚡️ Force quit allowed, scheduling aggressive termination in 0.2s..."}));
-        QTRY_COMPARE_WITH_TIMEOUT(notifications.posted.size(), 1, 3000);
+        LogCapture log;
+        QTRY_COMPARE_WITH_TIMEOUT(fakes.posted.size(), 1, 3000);
         QCOMPARE(log.take(), (QStringList{"      ⏰ Timeout expired, forcing termination now",
                                           "      Found 1 instance(s) of Editor",
                                           "      ⚠️ FORCE TERMINATING Editor (PID: 10)",
                                           "      ✅ Terminated Editor via force quit"}));
-        QCOMPARE(notifications.posted.first(),
+        QCOMPARE(fakes.posted.first(),
                  "Application Stopped|Editor was quit because Deck is no longer connected.|0");
-    }
-
-    void acceptedButIgnoredIsForcedWithOneNotification()
-    {
-        ApplicationManager manager(desktop, running, control, notifications);
-        addProcess(10, true, true, false); // takes SIGTERM but keeps running
-        LogCapture log;
-        manager.terminateApplication(context(true, 0.1), false);
-        QCOMPARE(log.take().mid(2), QStringList{"      ✅ Terminated Editor via quit"});
-        QVERIFY(notifications.posted.isEmpty());
-        QTRY_COMPARE_WITH_TIMEOUT(notifications.posted.size(), 1, 3000);
-        QVERIFY(log.take().contains("      ⏰ Timeout expired, forcing termination now"));
-        QTest::qWait(50);
-        QCOMPARE(notifications.posted.size(), 1);
     }
 
     void acceptedAndEndedIsToldOnceAndEndsNaturally()
     {
-        ApplicationManager manager(desktop, running, control, notifications);
         addProcess(10, true, true, true);
         LogCapture log;
-        manager.terminateApplication(context(true, 0.1), false);
-        QTRY_COMPARE_WITH_TIMEOUT(notifications.posted.size(), 1, 3000);
+        manager->terminateApplication(context(true, 0.1), false);
         QTRY_VERIFY_WITH_TIMEOUT(log.lines().contains("      ✅ App terminated naturally"), 3000);
-        QCOMPARE(notifications.posted.size(), 1);
+        QCOMPARE(fakes.posted.size(), 1);
     }
 
     void refusedForcedQuitWithoutPermissionFailsToStop()
     {
-        ApplicationManager manager(desktop, running, control, notifications);
         addProcess(10, false, false, false);
-        LogCapture log;
-        manager.terminateApplication(context(false), true);
-        QCOMPARE(log.take().mid(2),
+        QCOMPARE(terminate(context(false), true).mid(2),
                  (QStringList{"      ❌ Termination failed (force: true)",
                               "      💥 Force termination failed! App may be stuck."}));
-        QCOMPARE(notifications.posted.first(),
+        QCOMPARE(fakes.posted.first(),
                  "Failed to Stop|Could not quit Editor. You may need to close it manually.|1");
     }
 
     void timeoutTextAndClamping()
     {
-        QCOMPARE(ApplicationManager::secondsText(10), QStringLiteral("10.0"));
-        QCOMPARE(ApplicationManager::secondsText(2.5), QStringLiteral("2.5"));
-        QCOMPARE(ApplicationManager::secondsText(0.1), QStringLiteral("0.1"));
+        QCOMPARE(ApplicationManager::secondsText(10), "10.0");
+        QCOMPARE(ApplicationManager::secondsText(2.5), "2.5");
+        QCOMPARE(ApplicationManager::secondsText(0.1), "0.1");
         QCOMPARE(ApplicationManager::effectiveTimeout(-3), 0.0);
         QCOMPARE(ApplicationManager::effectiveTimeout(qQNaN()), 0.0);
         QCOMPARE(ApplicationManager::effectiveTimeout(1e9), 3600.0);
