@@ -12,7 +12,7 @@ namespace {
 
 struct FakeBackend : WiFiBackend
 {
-    std::optional<QString> name = QStringLiteral("wlan0");
+    std::optional<QString> name = "wlan0";
     std::optional<QString> network;
     std::optional<QString> accessPoint;
     int status = 3;
@@ -27,12 +27,12 @@ struct FakeBackend : WiFiBackend
     void requestAuthorization() override { ++authorizationRequests; }
     bool startEvents(QString& error) override
     {
-        error = QStringLiteral("bus gone");
+        error = "bus gone";
         return !eventsRefused;
     }
     bool stopEvents(QString& error) override
     {
-        error = QStringLiteral("still busy");
+        error = "still busy";
         return !stopRefused;
     }
 };
@@ -52,9 +52,8 @@ QList<Posted> drainNotifications()
         QObject::connect(&NotificationCenter::defaultCenter(), &NotificationCenter::posted,
                          [&posted](const QString& name, const QVariantMap& info) {
                              if (name == QLatin1String("wifiNetworkChanged"))
-                                 posted.append({info.value(QStringLiteral("previousSSID")),
-                                                info.value(QStringLiteral("currentSSID")),
-                                                info.value(QStringLiteral("network"))});
+                                 posted.append({info.value("previousSSID"),
+                                                info.value("currentSSID"), info.value("network")});
                          });
     QCoreApplication::processEvents();
     QObject::disconnect(connection);
@@ -71,334 +70,267 @@ QString ssidOf(const QVariant& network)
 class TestWiFiMonitor : public QObject
 {
     Q_OBJECT
+
+    LogCapture log;
+    std::unique_ptr<FakeBackend> backend;
+    std::unique_ptr<WiFiMonitor> monitor;
+
+    // Makes and starts the monitor; the lines it logged.
+    QStringList start()
+    {
+        monitor = std::make_unique<WiFiMonitor>(*backend);
+        monitor->startMonitoring();
+        return log.take();
+    }
+
+    QStringList check()
+    {
+        monitor->checkForSSIDChange();
+        return log.take();
+    }
+
 private Q_SLOTS:
     void initTestCase() { qputenv("OBRINTA_DEBUG", "1"); }
 
+    void init()
+    {
+        backend = std::make_unique<FakeBackend>();
+        log.take();
+    }
+
+    void cleanup()
+    {
+        monitor.reset();
+        drainNotifications();
+    }
+
     void startOnJoinedNetworkAnnouncesItTwice()
     {
-        LogCapture log;
-        FakeBackend backend;
-        backend.network = QStringLiteral("Home");
-        backend.accessPoint = QStringLiteral("AA:BB:CC:DD:EE:FF");
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
-
+        backend->network = "Home";
+        backend->accessPoint = "AA:BB:CC:DD:EE:FF";
         const QString current =
-            QStringLiteral("📶 [WiFiMonitor] Current network: 'Home' (BSSID: AA:BB:CC:DD:EE:FF)");
-        QCOMPARE(log.take(),
-                 QStringList({
-                     QStringLiteral("📶 [WiFiMonitor] WiFi interface found: wlan0"),
-                     QStringLiteral("📶 [WiFiMonitor] Starting WiFi monitoring..."),
-                     QStringLiteral("📍 [WiFiMonitor] Location authorization status: 3"),
-                     QStringLiteral("✅ [WiFiMonitor] Location access authorized (always)"),
-                     current,
-                     current,
-                     QStringLiteral("📶 [WiFiMonitor] CoreWLAN delegate monitoring enabled"),
-                     QStringLiteral("📶 [WiFiMonitor] WiFi monitoring started"),
-                 }));
+            "📶 [WiFiMonitor] Current network: 'Home' (BSSID: AA:BB:CC:DD:EE:FF)";
+        QCOMPARE(start(), QStringList({
+                              "📶 [WiFiMonitor] WiFi interface found: wlan0",
+                              "📶 [WiFiMonitor] Starting WiFi monitoring...",
+                              "📍 [WiFiMonitor] Location authorization status: 3",
+                              "✅ [WiFiMonitor] Location access authorized (always)",
+                              current,
+                              current,
+                              "📶 [WiFiMonitor] CoreWLAN delegate monitoring enabled",
+                              "📶 [WiFiMonitor] WiFi monitoring started",
+                          }));
         const QList<Posted> posted = drainNotifications();
         QCOMPARE(posted.size(), 2);
         for (const Posted& one : posted) {
             QVERIFY(!one.previousSSID.isValid());
-            QCOMPARE(one.currentSSID.toString(), QStringLiteral("Home"));
-            QCOMPARE(ssidOf(one.network), QStringLiteral("Home"));
-            QCOMPARE(one.network.value<WiFiNetwork>().bssid, backend.accessPoint);
+            QCOMPARE(one.currentSSID.toString(), "Home");
+            QCOMPARE(ssidOf(one.network), "Home");
+            QCOMPARE(one.network.value<WiFiNetwork>().bssid, backend->accessPoint);
         }
-        QCOMPARE(monitor.currentNetwork()->id, QStringLiteral("Home"));
+        QCOMPARE(monitor->currentNetwork()->id, "Home");
 
-        // The poll: every five seconds, and nothing to report while the network stays.
-        auto* poll = monitor.findChild<QTimer*>();
-        QVERIFY(poll && poll->isActive());
-        QCOMPARE(poll->interval(), 5000);
-        QVERIFY(!poll->isSingleShot());
-        monitor.checkForSSIDChange();
-        monitor.checkForSSIDChange();
-        QVERIFY(log.take().isEmpty());
+        // The poll has nothing to report while the network stays.
+        QVERIFY(monitor->findChild<QTimer*>()->isActive());
+        QVERIFY(check().isEmpty());
+        QVERIFY(check().isEmpty());
         QVERIFY(drainNotifications().isEmpty());
     }
 
     void changesOfNetwork()
     {
-        LogCapture log;
-        FakeBackend backend;
-        backend.network = QStringLiteral("Home");
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
+        backend->network = "Home";
+        start();
         drainNotifications();
-        log.take();
-
-        backend.network = QStringLiteral("Office");
-        monitor.checkForSSIDChange();
-        QCOMPARE(log.take(),
-                 QStringList({QStringLiteral("📶 [WiFiMonitor] SSID changed: 'Home' → 'Office'"),
-                              QStringLiteral("📶 [WiFiMonitor] Current network: 'Office' (BSSID: "
-                                             "unknown)")}));
+        backend->network = "Office";
+        QCOMPARE(check(), QStringList({"📶 [WiFiMonitor] SSID changed: 'Home' → 'Office'",
+                                       "📶 [WiFiMonitor] Current network: 'Office' (BSSID: "
+                                       "unknown)"}));
         QList<Posted> posted = drainNotifications();
         QCOMPARE(posted.size(), 2);
         QVERIFY(!posted[0].previousSSID.isValid());
-        QCOMPARE(posted[0].currentSSID.toString(), QStringLiteral("Office"));
-        QCOMPARE(ssidOf(posted[0].network), QStringLiteral("Office"));
-        QCOMPARE(posted[1].previousSSID.toString(), QStringLiteral("Home"));
-        QCOMPARE(posted[1].currentSSID.toString(), QStringLiteral("Office"));
-        QCOMPARE(ssidOf(posted[1].network), QStringLiteral("Office"));
+        QCOMPARE(posted[1].previousSSID.toString(), "Home");
+        for (const Posted& one : posted) {
+            QCOMPARE(one.currentSSID.toString(), "Office");
+            QCOMPARE(ssidOf(one.network), "Office");
+        }
 
-        backend.network.reset();
-        monitor.checkForSSIDChange();
-        QCOMPARE(log.take(),
-                 QStringList({QStringLiteral("📶 [WiFiMonitor] SSID changed: 'Office' → 'none'"),
-                              QStringLiteral("📶 [WiFiMonitor] No WiFi network connected")}));
+        backend->network.reset();
+        QCOMPARE(check(), QStringList({"📶 [WiFiMonitor] SSID changed: 'Office' → 'none'",
+                                       "📶 [WiFiMonitor] No WiFi network connected"}));
         posted = drainNotifications();
         QCOMPARE(posted.size(), 1);
-        QCOMPARE(posted[0].previousSSID.toString(), QStringLiteral("Office"));
+        QCOMPARE(posted[0].previousSSID.toString(), "Office");
         QVERIFY(!posted[0].currentSSID.isValid());
         QVERIFY(!posted[0].network.canConvert<WiFiNetwork>());
-        QVERIFY(!monitor.currentNetwork());
+        QVERIFY(!monitor->currentNetwork());
 
         // Names are compared byte for byte: letter case and blanks make another network.
-        backend.network = QStringLiteral("home ");
-        monitor.checkForSSIDChange();
-        QCOMPARE(log.take().constFirst(),
-                 QStringLiteral("📶 [WiFiMonitor] SSID changed: 'none' → 'home '"));
+        backend->network = "home ";
+        QCOMPARE(check().constFirst(), "📶 [WiFiMonitor] SSID changed: 'none' → 'home '");
         QCOMPARE(drainNotifications().size(), 2);
     }
 
     void networkIsReadWhenTheNotificationIsPosted()
     {
-        LogCapture log;
-        FakeBackend backend;
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
-        backend.network = QStringLiteral("Home");
-        monitor.checkForSSIDChange();
-        backend.network = QStringLiteral("Office");
-        monitor.checkForSSIDChange();
+        start();
+        backend->network = "Home";
+        check();
+        backend->network = "Office";
+        check();
         const QList<Posted> posted = drainNotifications();
         QCOMPARE(posted.size(), 4);
-        QCOMPARE(posted[1].currentSSID.toString(), QStringLiteral("Home"));
+        QCOMPARE(posted[1].currentSSID.toString(), "Home");
         for (const Posted& one : posted)
-            QCOMPARE(ssidOf(one.network), QStringLiteral("Office"));
+            QCOMPARE(ssidOf(one.network), "Office");
     }
 
     void emptySsidIsNoNetwork()
     {
-        LogCapture log;
-        FakeBackend backend;
-        backend.network = QString();
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
-        QVERIFY(!monitor.currentSSID());
-        QVERIFY(!monitor.currentNetwork());
+        backend->network = QString();
+        start();
+        QVERIFY(!monitor->currentSSID());
+        QVERIFY(!monitor->currentNetwork());
         QVERIFY(drainNotifications().isEmpty());
-        log.take();
-        monitor.checkForSSIDChange();
-        monitor.checkForSSIDChange();
-        QVERIFY(log.take().isEmpty());
+        QVERIFY(check().isEmpty());
 
         // Reported at the moment of asking, not as last checked.
-        backend.network = QStringLiteral("Café");
-        QCOMPARE(monitor.currentSSID(), QStringLiteral("Café"));
-        QVERIFY(!monitor.currentNetwork());
+        backend->network = "Café";
+        QCOMPARE(monitor->currentSSID(), "Café");
+        QVERIFY(!monitor->currentNetwork());
     }
 
     void eventsRunChecksLinkChangeOneSecondLater()
     {
-        LogCapture log;
-        FakeBackend backend;
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
-        log.take();
-
-        backend.network = QStringLiteral("Home");
-        Q_EMIT backend.ssidDidChange();
-        QCOMPARE(
-            log.take().mid(0, 2),
-            QStringList({QStringLiteral("📶 [WiFiMonitor] CoreWLAN ssidDidChange event received"),
-                         QStringLiteral("📶 [WiFiMonitor] SSID changed: 'none' → 'Home'")}));
-        drainNotifications();
-
-        backend.network = QStringLiteral("Office");
+        start();
+        backend->network = "Home";
+        Q_EMIT backend->ssidDidChange();
+        QCOMPARE(log.take().mid(0, 2),
+                 QStringList({"📶 [WiFiMonitor] CoreWLAN ssidDidChange event received",
+                              "📶 [WiFiMonitor] SSID changed: 'none' → 'Home'"}));
+        backend->network = "Office";
         QElapsedTimer clock;
         clock.start();
-        Q_EMIT backend.linkDidChange();
-        QCOMPARE(
-            log.take(),
-            QStringList({QStringLiteral("📶 [WiFiMonitor] CoreWLAN linkDidChange event received")}));
+        Q_EMIT backend->linkDidChange();
+        QCOMPARE(log.take(), QStringList{"📶 [WiFiMonitor] CoreWLAN linkDidChange event received"});
         QTRY_VERIFY_WITH_TIMEOUT(!LogCapture::lines().isEmpty(), 3000);
         QVERIFY(clock.elapsed() >= 950);
-        QCOMPARE(log.take().constFirst(),
-                 QStringLiteral("📶 [WiFiMonitor] SSID changed: 'Home' → 'Office'"));
+        QCOMPARE(log.take().constFirst(), "📶 [WiFiMonitor] SSID changed: 'Home' → 'Office'");
     }
 
     void eventsRefusedLeavesThePoll()
     {
-        LogCapture log;
-        FakeBackend backend;
-        backend.eventsRefused = true;
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
-        const QStringList lines = log.take();
-        QCOMPARE(lines.mid(lines.size() - 3),
-                 QStringList({QStringLiteral("⚠️ [WiFiMonitor] Could not start CoreWLAN event "
-                                             "monitoring: bus gone"),
-                              QStringLiteral("📶 [WiFiMonitor] Falling back to polling only"),
-                              QStringLiteral("📶 [WiFiMonitor] WiFi monitoring started")}));
-        QVERIFY(monitor.findChild<QTimer*>()->isActive());
-        Q_EMIT backend.ssidDidChange();
+        backend->eventsRefused = true;
+        QCOMPARE(start().mid(6), QStringList({"⚠️ [WiFiMonitor] Could not start CoreWLAN event "
+                                              "monitoring: bus gone",
+                                              "📶 [WiFiMonitor] Falling back to polling only",
+                                              "📶 [WiFiMonitor] WiFi monitoring started"}));
+        QVERIFY(monitor->findChild<QTimer*>()->isActive());
+        Q_EMIT backend->ssidDidChange();
         QVERIFY(log.take().isEmpty());
     }
 
-    void stopEndsPollAndEvents()
+    void stopEndsPollAndEventsAndAStartAgainWorks()
     {
-        LogCapture log;
-        FakeBackend backend;
-        backend.stopRefused = true;
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
-        log.take();
-        monitor.stopMonitoring();
-        QCOMPARE(
-            log.take(),
-            QStringList({QStringLiteral("📶 [WiFiMonitor] Stopping WiFi monitoring..."),
-                         QStringLiteral("⚠️ [WiFiMonitor] Failed to stop CoreWLAN monitoring: "
-                                        "still busy"),
-                         QStringLiteral("📶 [WiFiMonitor] WiFi monitoring stopped")}));
-        QVERIFY(!monitor.findChild<QTimer*>());
-        backend.network = QStringLiteral("Home");
-        Q_EMIT backend.ssidDidChange();
-        Q_EMIT backend.linkDidChange();
-        Q_EMIT backend.interfaceDidChange();
+        backend->stopRefused = true;
+        start();
+        monitor->stopMonitoring();
+        QCOMPARE(log.take(),
+                 QStringList({"📶 [WiFiMonitor] Stopping WiFi monitoring...",
+                              "⚠️ [WiFiMonitor] Failed to stop CoreWLAN monitoring: still busy",
+                              "📶 [WiFiMonitor] WiFi monitoring stopped"}));
+        QVERIFY(!monitor->findChild<QTimer*>());
+        backend->network = "Home";
+        Q_EMIT backend->ssidDidChange();
+        Q_EMIT backend->linkDidChange();
+        Q_EMIT backend->interfaceDidChange();
         QTest::qWait(1200);
         QVERIFY(log.take().isEmpty());
 
-        // A second start works as the first.
-        monitor.startMonitoring();
-        QVERIFY(
-            !log.take().contains(QStringLiteral("📶 [WiFiMonitor] SSID changed: 'none' → 'Home'")));
-        QCOMPARE(monitor.currentNetwork()->ssid, QStringLiteral("Home"));
-        QCOMPARE(monitor.findChildren<QTimer*>().size(), 1);
+        monitor->startMonitoring();
+        QVERIFY(!log.take().contains("📶 [WiFiMonitor] SSID changed: 'none' → 'Home'"));
+        QCOMPARE(monitor->currentNetwork()->ssid, "Home");
+        QCOMPARE(monitor->findChildren<QTimer*>().size(), 1);
     }
 
     void authorisationNotDeterminedThenGranted()
     {
-        LogCapture log;
-        FakeBackend backend;
-        backend.status = 0;
-        backend.network = QStringLiteral("Home");
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
-        QCOMPARE(
-            log.take().mid(1, 3),
-            QStringList({QStringLiteral("📶 [WiFiMonitor] Starting WiFi monitoring..."),
-                         QStringLiteral("📍 [WiFiMonitor] Location authorization status: 0"),
-                         QStringLiteral("📍 [WiFiMonitor] Requesting location authorization...")}));
-        QCOMPARE(backend.authorizationRequests, 1);
+        backend->status = 0;
+        backend->network = "Home";
+        QCOMPARE(start().mid(1, 3),
+                 QStringList({"📶 [WiFiMonitor] Starting WiFi monitoring...",
+                              "📍 [WiFiMonitor] Location authorization status: 0",
+                              "📍 [WiFiMonitor] Requesting location authorization..."}));
+        QCOMPARE(backend->authorizationRequests, 1);
         drainNotifications();
 
-        Q_EMIT backend.authorizationDidChange();
-        QCOMPARE(
-            log.take(),
-            QStringList({QStringLiteral("📍 [WiFiMonitor] Location authorization changed to: 0"),
-                         QStringLiteral("📍 [WiFiMonitor] Location authorization not yet "
-                                        "determined")}));
-        backend.status = 3;
-        Q_EMIT backend.authorizationDidChange();
-        QCOMPARE(
-            log.take(),
-            QStringList({QStringLiteral("📍 [WiFiMonitor] Location authorization changed to: 3"),
-                         QStringLiteral("✅ [WiFiMonitor] Location access granted - refreshing "
-                                        "WiFi state"),
-                         QStringLiteral("📶 [WiFiMonitor] Current network: 'Home' (BSSID: "
-                                        "unknown)")}));
+        Q_EMIT backend->authorizationDidChange();
+        QCOMPARE(log.take(), QStringList({"📍 [WiFiMonitor] Location authorization changed to: 0",
+                                          "📍 [WiFiMonitor] Location authorization not yet "
+                                          "determined"}));
+        backend->status = 3;
+        Q_EMIT backend->authorizationDidChange();
+        QCOMPARE(log.take(), QStringList({"📍 [WiFiMonitor] Location authorization changed to: 3",
+                                          "✅ [WiFiMonitor] Location access granted - refreshing "
+                                          "WiFi state",
+                                          "📶 [WiFiMonitor] Current network: 'Home' (BSSID: "
+                                          "unknown)"}));
         QCOMPARE(drainNotifications().size(), 1);
     }
 
     void authorisationDeniedOrUnknown()
     {
-        LogCapture log;
-        FakeBackend backend;
-        backend.status = 2;
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
-        QCOMPARE(
-            log.take().mid(3, 2),
-            QStringList({QStringLiteral("⚠️ [WiFiMonitor] Location access denied - WiFi SSID "
-                                        "detection will not work"),
-                         QStringLiteral("📍 [WiFiMonitor] Please enable Location Services for "
-                                        "this app in System Settings > Privacy & Security > "
-                                        "Location Services")}));
-        backend.status = 4;
-        monitor.checkLocationAuthorization();
+        backend->status = 2;
+        QCOMPARE(start().mid(3, 2),
+                 QStringList({"⚠️ [WiFiMonitor] Location access denied - WiFi SSID detection "
+                              "will not work",
+                              "📍 [WiFiMonitor] Please enable Location Services for this app in "
+                              "System Settings > Privacy & Security > Location Services"}));
+        backend->status = 4;
+        monitor->checkLocationAuthorization();
         QCOMPARE(log.take().constLast(),
-                 QStringLiteral("⚠️ [WiFiMonitor] Unknown location authorization status"));
-        Q_EMIT backend.authorizationDidChange();
+                 "⚠️ [WiFiMonitor] Unknown location authorization status");
+        Q_EMIT backend->authorizationDidChange();
         QCOMPARE(log.take().constLast(),
-                 QStringLiteral("⚠️ [WiFiMonitor] Unknown location authorization status: 4"));
+                 "⚠️ [WiFiMonitor] Unknown location authorization status: 4");
     }
 
     void revokedWhileJoinedKeepsPreviousSsid()
     {
-        LogCapture log;
-        FakeBackend backend;
-        backend.network = QStringLiteral("Home");
-        WiFiMonitor monitor(backend);
-        monitor.startMonitoring();
+        backend->network = "Home";
+        start();
         drainNotifications();
-        log.take();
-
-        backend.status = 2;
-        Q_EMIT backend.authorizationDidChange();
+        backend->status = 2;
+        Q_EMIT backend->authorizationDidChange();
         QCOMPARE(log.take().constLast(),
-                 QStringLiteral("⚠️ [WiFiMonitor] Location access denied - WiFi SSID detection "
-                                "unavailable"));
-        QVERIFY(!monitor.currentNetwork());
+                 "⚠️ [WiFiMonitor] Location access denied - WiFi SSID detection unavailable");
+        QVERIFY(!monitor->currentNetwork());
         QVERIFY(drainNotifications().isEmpty());
 
-        backend.network.reset();
-        monitor.checkForSSIDChange();
-        QCOMPARE(log.take().constFirst(),
-                 QStringLiteral("📶 [WiFiMonitor] SSID changed: 'Home' → 'none'"));
+        backend->network.reset();
+        QCOMPARE(check().constFirst(), "📶 [WiFiMonitor] SSID changed: 'Home' → 'none'");
         const QList<Posted> posted = drainNotifications();
         QCOMPARE(posted.size(), 1);
-        QCOMPARE(posted[0].previousSSID.toString(), QStringLiteral("Home"));
+        QCOMPARE(posted[0].previousSSID.toString(), "Home");
     }
 
-    void interfaceThatComesAndGoes()
+    // Interfaces that come and go while monitoring are the NetworkManager scenarios' part.
+    void withoutAnInterfaceThereIsNoNetwork()
     {
-        LogCapture log;
-        FakeBackend backend;
-        backend.name.reset();
-        backend.network = QStringLiteral("Home");
-        WiFiMonitor monitor(backend);
-        QCOMPARE(log.take(),
-                 QStringList({QStringLiteral("⚠️ [WiFiMonitor] No WiFi interface available")}));
-        // Without an interface there is no network, whatever else is known.
-        QVERIFY(!monitor.currentSSID());
-        Q_EMIT backend.interfaceDidChange();
+        backend->name.reset();
+        backend->network = "Home";
+        monitor = std::make_unique<WiFiMonitor>(*backend);
+        QCOMPARE(log.take(), QStringList{"⚠️ [WiFiMonitor] No WiFi interface available"});
+        QVERIFY(!monitor->currentSSID());
+        Q_EMIT backend->interfaceDidChange();
         QVERIFY(log.take().isEmpty());
-
-        monitor.startMonitoring();
-        QVERIFY(log.take().contains(QStringLiteral("📶 [WiFiMonitor] No WiFi network connected")));
+        monitor->startMonitoring();
+        QVERIFY(log.take().contains("📶 [WiFiMonitor] No WiFi network connected"));
         QVERIFY(drainNotifications().isEmpty());
 
-        backend.name = QStringLiteral("wlp2s0");
-        Q_EMIT backend.interfaceDidChange();
-        QCOMPARE(log.take().mid(0, 2),
-                 QStringList({QStringLiteral("📶 [WiFiMonitor] WiFi interface found: wlp2s0"),
-                              QStringLiteral("📶 [WiFiMonitor] SSID changed: 'none' → 'Home'")}));
-        QCOMPARE(drainNotifications().size(), 2);
-
-        backend.name.reset();
-        Q_EMIT backend.interfaceDidChange();
-        QCOMPARE(log.take(),
-                 QStringList({QStringLiteral("⚠️ [WiFiMonitor] No WiFi interface available")}));
-        monitor.checkForSSIDChange();
-        QCOMPARE(log.take().constFirst(),
-                 QStringLiteral("📶 [WiFiMonitor] SSID changed: 'Home' → 'none'"));
-
-        backend.name = QString();
-        Q_EMIT backend.interfaceDidChange();
-        QCOMPARE(log.take().constFirst(),
-                 QStringLiteral("📶 [WiFiMonitor] WiFi interface found: unknown"));
+        backend->name = QString();
+        Q_EMIT backend->interfaceDidChange();
+        QCOMPARE(log.take().constFirst(), "📶 [WiFiMonitor] WiFi interface found: unknown");
     }
 };
 
