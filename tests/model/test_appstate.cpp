@@ -8,21 +8,18 @@
 
 namespace {
 
-struct FakePersistence : BindingPersisting
+// The rule files and the engine, counting saves and evaluations.
+struct Fakes : BindingPersisting, BindingEvaluating
 {
     QList<DeviceAppBinding> stored;
     QList<WiFiAppBinding> storedWiFi;
     int saves = 0;
+    int usb = 0;
+    int wifi = 0;
     QList<DeviceAppBinding> loadBindings() override { return stored; }
     QList<WiFiAppBinding> loadWiFiBindings() override { return storedWiFi; }
     void saveBindings(const QList<DeviceAppBinding>& b) override { stored = b, ++saves; }
     void saveWiFiBindings(const QList<WiFiAppBinding>& b) override { storedWiFi = b, ++saves; }
-};
-
-struct FakeEvaluator : BindingEvaluating
-{
-    int usb = 0;
-    int wifi = 0;
     void evaluateAllBindings() override { ++usb; }
     void evaluateAllWiFiBindings() override { ++wifi; }
 };
@@ -43,89 +40,82 @@ class TestAppState : public QObject
 private Q_SLOTS:
     void operationsStoreAndEvaluate()
     {
-        FakePersistence persistence;
-        FakeEvaluator evaluator;
-        AppState state(persistence, &evaluator);
+        Fakes fakes;
+        AppState state(fakes, &fakes);
         QSignalSpy changed(&state, &AppState::bindingsChanged);
 
         state.addBinding(rule("a"));
         state.addBinding(rule("b"));
-        QCOMPARE(persistence.stored.size(), 2);
-        QCOMPARE(evaluator.usb, 2);
+        QCOMPARE(fakes.stored.size(), 2);
+        QCOMPARE(fakes.usb, 2);
 
         DeviceAppBinding renamed = state.bindings().at(1);
         renamed.deviceName = "B";
         renamed.isEnabled = false;
         state.updateBinding(renamed);
-        QCOMPARE(persistence.stored.at(1).deviceName, QStringLiteral("B"));
-        QCOMPARE(persistence.stored.at(1).isEnabled, false);
-        QCOMPARE(evaluator.usb, 3);
+        QCOMPARE(fakes.stored.at(1).deviceName, "B");
+        QCOMPARE(fakes.stored.at(1).isEnabled, false);
+        QCOMPARE(fakes.usb, 3);
 
         // Unknown id: nothing stored, nothing evaluated.
-        const int saves = persistence.saves;
+        const int saves = fakes.saves;
         state.updateBinding(rule("stranger"));
         state.removeBinding(rule("stranger"));
-        QCOMPARE(persistence.saves, saves);
-        QCOMPARE(evaluator.usb, 3);
+        QCOMPARE(fakes.saves, saves);
+        QCOMPARE(fakes.usb, 3);
 
         // Removal stores, never evaluates; removing the last rule stores an empty list.
         state.removeBindings({0, 1});
-        QVERIFY(persistence.stored.isEmpty());
-        QCOMPARE(evaluator.usb, 3);
+        QVERIFY(fakes.stored.isEmpty());
+        QCOMPARE(fakes.usb, 3);
         QCOMPARE(changed.count(), 4);
     }
 
     void duplicateIdsTouchTheFirstOnly()
     {
-        FakePersistence persistence;
+        Fakes fakes;
         const QUuid id = QUuid::createUuid();
-        persistence.stored = {rule("first", id), rule("middle"), rule("second", id)};
-        FakeEvaluator evaluator;
-        AppState state(persistence, &evaluator);
+        fakes.stored = {rule("first", id), rule("middle"), rule("second", id)};
+        AppState state(fakes, &fakes);
         state.updateBinding(rule("updated", id));
-        QCOMPARE(state.bindings().at(0).deviceName, QStringLiteral("updated"));
-        QCOMPARE(state.bindings().at(2).deviceName, QStringLiteral("second"));
+        QCOMPARE(state.bindings().at(0).deviceName, "updated");
+        QCOMPARE(state.bindings().at(2).deviceName, "second");
         state.removeBinding(rule("any", id));
         QCOMPARE(state.bindings().size(), 2);
-        QCOMPARE(state.bindings().at(1).deviceName, QStringLiteral("second"));
+        QCOMPARE(state.bindings().at(1).deviceName, "second");
     }
 
     void wifiOperationsEvaluateWiFiRules()
     {
-        FakePersistence persistence;
-        FakeEvaluator evaluator;
-        AppState state(persistence, &evaluator);
+        Fakes fakes;
+        AppState state(fakes, &fakes);
         WiFiAppBinding wifi;
         wifi.id = QUuid::createUuid();
         wifi.ssid = "Home";
         state.addWiFiBinding(wifi);
         state.removeWiFiBinding(wifi);
-        QCOMPARE(evaluator.wifi, 1);
-        QCOMPARE(evaluator.usb, 0);
-        QVERIFY(persistence.storedWiFi.isEmpty());
+        QCOMPARE(fakes.wifi, 1);
+        QCOMPARE(fakes.usb, 0);
+        QVERIFY(fakes.storedWiFi.isEmpty());
     }
 
     void seedingAddsOneUnstoredRuleOnlyWhenEmpty()
     {
-        FakePersistence persistence;
-        FakeEvaluator evaluator;
-        AppState state(persistence, &evaluator);
+        Fakes fakes;
+        AppState state(fakes, &fakes);
         state.seedUITestRules();
         QCOMPARE(state.bindings().size(), 1);
-        QCOMPARE(state.bindings().first().deviceName, QStringLiteral("Test USB Device"));
-        QCOMPARE(state.bindings().first().deviceVendorID, 0x1234);
-        QCOMPARE(persistence.saves, 0);
+        QCOMPARE(fakes.saves, 0);
         state.seedUITestRules();
         QCOMPARE(state.bindings().size(), 1);
         state.addBinding(rule("next"));
-        QCOMPARE(persistence.stored.size(), 2);
+        QCOMPARE(fakes.stored.size(), 2);
     }
 
     void observersFollowTheMonitorsLater()
     {
-        FakePersistence persistence;
-        FakeEvaluator evaluator;
-        AppState state(persistence, &evaluator);
+        Fakes fakes;
+        AppState state(fakes, &fakes);
         state.installObservers();
         NotificationCenter& center = NotificationCenter::defaultCenter();
 
@@ -142,10 +132,10 @@ private Q_SLOTS:
 
         WiFiNetwork home{"Home", "Home", std::nullopt};
         center.post("wifiNetworkChanged", {{"network", QVariant::fromValue(home)}});
-        QTRY_COMPARE_WITH_TIMEOUT(evaluator.wifi, 1, 2000);
-        QCOMPARE(state.currentWiFiNetwork()->ssid, QStringLiteral("Home"));
+        QTRY_COMPARE_WITH_TIMEOUT(fakes.wifi, 1, 2000);
+        QCOMPARE(state.currentWiFiNetwork()->ssid, "Home");
         center.post("wifiNetworkChanged", {{"network", "not a network"}});
-        QTRY_COMPARE_WITH_TIMEOUT(evaluator.wifi, 2, 2000);
+        QTRY_COMPARE_WITH_TIMEOUT(fakes.wifi, 2, 2000);
         QVERIFY(!state.currentWiFiNetwork());
     }
 };

@@ -5,47 +5,64 @@
 #include <QJsonDocument>
 #include <QTest>
 
+namespace {
+
+QJsonObject minimalUsbRule()
+{
+    return QJsonDocument::fromJson(R"({"id":"a1b2c3d4-0000-4000-8000-00000000abcd",
+        "deviceVendorID":4057,"deviceProductID":109,"deviceName":"Deck",
+        "isEnabled":true,"killOnDisconnect":false,"launchOnConnect":true})")
+        .object();
+}
+
+} // namespace
+
 class TestRuleRecords : public QObject
 {
     Q_OBJECT
 
-    static QJsonObject minimalUsbRule()
-    {
-        return QJsonDocument::fromJson(R"({"id":"a1b2c3d4-0000-4000-8000-00000000abcd",
-            "deviceVendorID":4057,"deviceProductID":109,"deviceName":"Deck",
-            "isEnabled":true,"killOnDisconnect":false,"launchOnConnect":true})")
-            .object();
-    }
-
 private Q_SLOTS:
-    void missingOptionalKeysTakeDefaults()
+    void missingOrNullOptionalKeysTakeDefaults()
     {
-        const auto rule = DeviceAppBinding::fromJson(minimalUsbRule());
+        QJsonObject object = minimalUsbRule();
+        object.insert("forceQuitTimeout", QJsonValue::Null);
+        const auto rule = DeviceAppBinding::fromJson(object);
         QVERIFY(rule);
         QCOMPARE(rule->forceQuitAllowed, false);
         QCOMPARE(rule->forceQuitTimeout, 1.0);
         QVERIFY(rule->appBundleIdentifier.isEmpty() && rule->appName.isEmpty() &&
                 rule->appPath.isEmpty());
         QVERIFY(rule->shortcuts.isEmpty());
+        QCOMPARE(rule->toJson().value("id").toString(), "A1B2C3D4-0000-4000-8000-00000000ABCD");
     }
 
-    void nullSelectsDefaultButWrongTypeFails()
+    void wrongTypesAndMissingKeysFail_data()
     {
-        QJsonObject object = minimalUsbRule();
-        object.insert("forceQuitTimeout", QJsonValue::Null);
-        QCOMPARE(DeviceAppBinding::fromJson(object)->forceQuitTimeout, 1.0);
-        object.insert("forceQuitTimeout", "2");
-        QVERIFY(!DeviceAppBinding::fromJson(object));
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QJsonValue>("value");
+        QTest::newRow("timeout as text") << "forceQuitTimeout" << QJsonValue("2");
+        QTest::newRow("no device name") << "deviceName" << QJsonValue(QJsonValue::Undefined);
+        QTest::newRow("no isEnabled") << "isEnabled" << QJsonValue(QJsonValue::Undefined);
+        QTest::newRow("fractional id") << "deviceVendorID" << QJsonValue(1.5);
+        QTest::newRow("braced id") << "id" << QJsonValue("{a1b2c3d4-0000-4000-8000-00000000abcd}");
+        QTest::newRow("incomplete shortcutAction")
+            << "shortcutAction"
+            << QJsonValue(QJsonObject{{"shortcutName", "A"}, {"executeOnConnect", true}});
+    }
 
-        QJsonObject noName = minimalUsbRule();
-        noName.remove("deviceName");
-        QVERIFY(!DeviceAppBinding::fromJson(noName));
-        QJsonObject fractional = minimalUsbRule();
-        fractional.insert("deviceVendorID", 1.5);
-        QVERIFY(!DeviceAppBinding::fromJson(fractional));
-        QJsonObject badId = minimalUsbRule();
-        badId.insert("id", "{a1b2c3d4-0000-4000-8000-00000000abcd}");
-        QVERIFY(!DeviceAppBinding::fromJson(badId));
+    void wrongTypesAndMissingKeysFail()
+    {
+        QFETCH(QString, key);
+        QFETCH(QJsonValue, value);
+        QJsonObject object = minimalUsbRule();
+        if (value.isUndefined())
+            object.remove(key);
+        else
+            object.insert(key, value);
+        QVERIFY(!DeviceAppBinding::fromJson(object));
+        // One bad rule fails the whole list.
+        QVERIFY(!RuleJson::decodeList<DeviceAppBinding>(
+            QJsonDocument(QJsonArray{minimalUsbRule(), object}).toJson()));
     }
 
     void shortcutActionIsUpgradedAndNeverWritten()
@@ -68,18 +85,6 @@ private Q_SLOTS:
         object.insert("shortcutAction", "garbage");
         QCOMPARE(DeviceAppBinding::fromJson(object)->shortcuts.shortcutsOnConnect,
                  QStringList{"B"});
-
-        QJsonObject incomplete = minimalUsbRule();
-        incomplete.insert("shortcutAction",
-                          QJsonObject{{"shortcutName", "A"}, {"executeOnConnect", true}});
-        QVERIFY(!DeviceAppBinding::fromJson(incomplete));
-    }
-
-    void idIsWrittenUpperCase()
-    {
-        const auto rule = DeviceAppBinding::fromJson(minimalUsbRule());
-        QCOMPARE(rule->toJson().value("id").toString(),
-                 QStringLiteral("A1B2C3D4-0000-4000-8000-00000000ABCD"));
     }
 
     void listsAreAllOrNothing()
@@ -87,17 +92,9 @@ private Q_SLOTS:
         const QByteArray good =
             QJsonDocument(QJsonArray{minimalUsbRule(), minimalUsbRule()}).toJson();
         QCOMPARE(RuleJson::decodeList<DeviceAppBinding>(good)->size(), 2);
-        QJsonObject bad = minimalUsbRule();
-        bad.remove("isEnabled");
-        QVERIFY(!RuleJson::decodeList<DeviceAppBinding>(
-            QJsonDocument(QJsonArray{minimalUsbRule(), bad}).toJson()));
         QVERIFY(!RuleJson::decodeList<DeviceAppBinding>("[{\"id\":"));
         QVERIFY(!RuleJson::decodeList<DeviceAppBinding>("{}"));
         QCOMPARE(RuleJson::decodeList<DeviceAppBinding>("[]")->size(), 0);
-    }
-
-    void nonFiniteTimeoutFailsTheWholeList()
-    {
         DeviceAppBinding rule = *DeviceAppBinding::fromJson(minimalUsbRule());
         rule.forceQuitTimeout = qInf();
         QVERIFY(!RuleJson::encodeList(QList<DeviceAppBinding>{rule}, QJsonDocument::Compact));
@@ -107,8 +104,8 @@ private Q_SLOTS:
     {
         WiFiAppBinding rule;
         rule.id = QUuid::createUuid();
-        rule.ssid = QStringLiteral("Café 📶 \"x\" ");
-        rule.appName = QStringLiteral("Ünïcode\u200b");
+        rule.ssid = "Café 📶 \"x\" ";
+        rule.appName = "Ünïcode\u200b";
         rule.shortcuts.shortcutsOnDisconnect = {"a", "a"};
         const auto bytes =
             RuleJson::encodeList(QList<WiFiAppBinding>{rule}, QJsonDocument::Indented);
