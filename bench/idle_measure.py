@@ -105,7 +105,8 @@ def main():
         subprocess.run(["xdotool", "search", "--sync", "--name", "^Settings$", "key", "--clearmodifiers",
                         "ctrl+w"], env=env, timeout=10, check=False,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        time.sleep(5)
+        # Windows are released 5 s after the last one hides: sample well after that.
+        time.sleep(8)
         closed = sample(obrinta.pid)[0]
         result("idle_obrinta_rss_settings_open", opened, "kB")
         result("idle_obrinta_rss_after_settings_closed_delta", closed - figures["obrinta"][0], "kB",
