@@ -2,31 +2,22 @@
 on-disconnect shortcuts, scripts in a temporary shortcuts folder, through build/obrinta-shortcuts."""
 
 import os
-import subprocess
 import unittest
 
-from obrinta_harness import (BIN_DIR, Home, Obrinta, add_usb_device, new_testbed,
-                             remove_usb_device, usb_rule)
+from obrinta_harness import Scenario, add_usb_device, remove_usb_device, usb_rule
 
 DECK = "B0000000-0000-4000-8000-000000000001"
 
 
-class ShortcutScenarios(unittest.TestCase):
+class ShortcutScenarios(Scenario, unittest.TestCase):
     def setUp(self):
-        self.home = Home()
-        self.testbed = new_testbed()
-        self.obrinta = None
+        super().setUp()
         self.folder = os.path.join(self.home.config, "Obrinta", "shortcuts")
         os.makedirs(self.folder)
         self.record = os.path.join(self.home.root, "record")
         self.add_script("Lights On", 'printf "%s\\n" "$0" >> "$RECORD"')
         self.add_script("ok", 'printf "%s\\n" "$0" >> "$RECORD"')
         self.add_script("fail", 'echo "no printer" >&2\nexit 4')
-
-    def tearDown(self):
-        if self.obrinta:
-            self.assertEqual(self.obrinta.stop(), 0)
-        self.home.cleanup()
 
     def add_script(self, name, body):
         path = os.path.join(self.folder, name)
@@ -48,7 +39,7 @@ class ShortcutScenarios(unittest.TestCase):
         self.home.write_rules([usb_rule(DECK, 0x0FD9, 0x006D, "Stream Deck", shortcuts={
             "shortcutsOnConnect": ["ok", "fail", "Lights On"],
             "shortcutsOnDisconnect": ["Lights On"]})])
-        self.obrinta = Obrinta(self.home, testbed=self.testbed, env={"RECORD": self.record})
+        self.start(env={"RECORD": self.record})
         absent = [
             "   🎯 Running 1 shortcut(s) because Stream Deck disconnected",
             "      [1/1] Executing 'Lights On'...",
@@ -82,12 +73,6 @@ class ShortcutScenarios(unittest.TestCase):
         self.assertIn("      ❌ Device DISCONNECTED", self.obrinta.evaluation())
         self.assertEqual(self.run_lines(1), absent)
         self.assertEqual(self.recorded(), ["Lights On", "ok", "Lights On", "Lights On"])
-
-    def test_the_tool_lists_the_scripts(self):
-        listed = subprocess.run([os.path.join(BIN_DIR, "obrinta-shortcuts"), "list"],
-                                env=self.home.env(), capture_output=True, timeout=10)
-        self.assertEqual(listed.returncode, 0)
-        self.assertEqual(listed.stdout.decode().splitlines(), ["Lights On", "fail", "ok"])
 
 
 if __name__ == "__main__":

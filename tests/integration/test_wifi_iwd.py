@@ -3,7 +3,6 @@ over when it appears."""
 
 import unittest
 
-from obrinta_harness import Home, Obrinta, new_testbed
 from wifi_mocks import WiFiTestCase, stop_service, wifi_evaluation, wifi_rule
 
 RULE = "D0000000-0000-4000-8000-000000000001"
@@ -11,23 +10,8 @@ STARTED = "📶 [WiFiMonitor] WiFi monitoring started"
 
 
 class IwdScenarios(WiFiTestCase):
-    def setUp(self):
-        super().setUp()
-        self.home = Home()
-        self.obrinta = None
-
-    def tearDown(self):
-        if self.obrinta:
-            self.assertEqual(self.obrinta.stop(), 0)
-        super().tearDown()
-        self.home.cleanup()
-
-    def start(self):
-        self.obrinta = Obrinta(self.home, testbed=new_testbed())
-        return self.obrinta
-
     def test_station_joins_roams_and_leaves(self):
-        self.home.write_rules([wifi_rule(RULE, "Home", app_name="Nothing")], "wifi-bindings.json")
+        self.rules(wifi_rule(RULE, "Home", app_name="Nothing"))
         _, iwd = self.start_iwd(["Home", "Office"])
         obrinta = self.start()
         lines = obrinta.read_until(STARTED)

@@ -58,8 +58,53 @@ class Home:
             f.write("[Desktop Entry]\nType=Application\nName=%s\nExec=%s\n%s" % (name, exec_line, extra))
         return path
 
+    def add_app(self, desktop_id, script):
+        """A shell script in the home and a desktop entry that runs it; returns the script's path."""
+        path = os.path.join(self.root, desktop_id + ".sh")
+        with open(path, "w") as f:
+            f.write(script)
+        os.chmod(path, 0o755)
+        self.add_desktop_entry(desktop_id, desktop_id, path)
+        return path
+
+    def running(self):
+        """The PIDs of the home's shell scripts that run."""
+        out = subprocess.run(["pgrep", "-f", "^/bin/sh " + self.root], capture_output=True, text=True)
+        return [int(p) for p in out.stdout.split()]
+
     def cleanup(self):
         shutil.rmtree(self.root, ignore_errors=True)
+
+
+class Scenario:
+    """Mixin for test cases: a throw-away home and a umockdev testbed per test, and at most one
+    Obrinta, which has to end with status 0; the home's scripts are killed afterwards."""
+
+    def setUp(self):
+        super().setUp()
+        self.home = Home()
+        self.testbed = new_testbed()
+        self.obrinta = None
+
+    def tearDown(self):
+        if self.obrinta:
+            self.assertEqual(self.obrinta.stop(), 0)
+        subprocess.run(["pkill", "-KILL", "-f", "^/bin/sh " + self.home.root], check=False)
+        super().tearDown()
+        self.home.cleanup()
+
+    def start(self, **kwargs):
+        kwargs.setdefault("testbed", self.testbed)
+        self.obrinta = Obrinta(self.home, **kwargs)
+        return self.obrinta
+
+
+def wait_for(predicate, timeout=5.0):
+    """Polls `predicate` until it holds or `timeout` seconds have passed; returns its last value."""
+    deadline = time.monotonic() + timeout
+    while not (value := predicate()) and time.monotonic() < deadline:
+        time.sleep(0.05)
+    return value
 
 
 class Obrinta:

@@ -7,13 +7,15 @@ import subprocess
 import dbus
 import dbusmock
 
+from obrinta_harness import Scenario
+
 HERE = os.path.dirname(os.path.abspath(__file__))
 NM_TEMPLATE = os.path.join(HERE, "nm_wifi_template.py")
 IWD_TEMPLATE = os.path.join(HERE, "iwd_template.py")
 NM_DEVICE = "/org/freedesktop/NetworkManager/Devices/wlan0"
 
 
-class WiFiTestCase(dbusmock.DBusTestCase):
+class WiFiTestCase(Scenario, dbusmock.DBusTestCase):
     """Private system and session buses per test class; NetworkManager and iwd on demand."""
 
     @classmethod
@@ -22,11 +24,17 @@ class WiFiTestCase(dbusmock.DBusTestCase):
         cls.start_session_bus()
 
     def setUp(self):
+        super().setUp()
         self.services = []
 
     def tearDown(self):
+        # Obrinta ends before the services it watches.
+        super().tearDown()
         for process in self.services:
             stop_service(process)
+
+    def rules(self, *rules):
+        self.home.write_rules(list(rules), "wifi-bindings.json")
 
     def start_networkmanager(self, access_points=(), active=-1, interface="wlan0"):
         """Returns (process, mock interface); access points are SSIDs as bytes."""
