@@ -6,7 +6,6 @@ file descriptors and RSS back within 5 % of where they started, no child process
 """
 
 import os
-import queue
 import random
 import subprocess
 import sys
@@ -43,50 +42,35 @@ def wifi_rules():
 
 
 class Counter:
-    """Counts evaluations and remembers the device count each one saw, without keeping the log."""
+    """Counts evaluations and remembers what the last ones saw, without keeping the log."""
 
     def __init__(self, stream):
-        self.evaluations = 0
-        self.last_devices = None
-        self.wifi_evaluations = 0
-        self.last_ssid = None
+        self.evaluations = self.wifi_evaluations = 0
+        self.last_devices = self.last_ssid = None
         self.lock = threading.Lock()
-        self.done = threading.Event()
         threading.Thread(target=self._read, args=(stream,), daemon=True).start()
 
     def _read(self, stream):
         for raw in stream:
-            line = raw.decode("utf-8", "replace")
-            if line.startswith(EVALUATION):
-                with self.lock:
+            line = raw.decode("utf-8", "replace").rstrip("\n")
+            with self.lock:
+                if line.startswith(EVALUATION):
                     self.evaluations += 1
-            elif line.startswith("   📱 Connected devices: "):
-                with self.lock:
+                elif line.startswith("   📱 Connected devices: "):
                     self.last_devices = int(line.split(": ")[1])
-            elif line.startswith(WIFI_EVALUATION):
-                with self.lock:
+                elif line.startswith(WIFI_EVALUATION):
                     self.wifi_evaluations += 1
-            elif line.startswith("   📶 Current SSID: '"):
-                with self.lock:
-                    self.last_ssid = line.rstrip("\n")[len("   📶 Current SSID: '"):-1]
-        self.done.set()
+                elif line.startswith("   📶 Current SSID: '"):
+                    self.last_ssid = line[len("   📶 Current SSID: '"):-1]
 
-    def wait_wifi(self, evaluations, ssid, timeout):
+    def wait(self, condition, timeout):
+        """Whether `condition(self)` holds within `timeout` seconds."""
         deadline = time.monotonic() + timeout
         while time.monotonic() < deadline:
             with self.lock:
-                if self.wifi_evaluations >= evaluations and self.last_ssid == ssid:
+                if condition(self):
                     return True
             time.sleep(0.02)
-        return False
-
-    def wait(self, evaluations, devices, timeout):
-        deadline = time.monotonic() + timeout
-        while time.monotonic() < deadline:
-            with self.lock:
-                if self.evaluations >= evaluations and self.last_devices == devices:
-                    return True
-            time.sleep(0.05)
         return False
 
 
@@ -114,7 +98,7 @@ def main():
     process = subprocess.Popen([os.path.join(BIN_DIR, "obrinta")], env=env, stdout=subprocess.PIPE,
                                stderr=subprocess.DEVNULL)
     counter = Counter(process.stdout)
-    assert counter.wait(1, 0, 15), "no first evaluation"
+    assert counter.wait(lambda c: c.evaluations >= 1 and c.last_devices == 0, 15), "no first evaluation"
     time.sleep(1)
     start = proc_figures(process.pid)
 
@@ -143,7 +127,7 @@ def main():
         if process.poll() is not None:
             raise SystemExit("obrinta ended during burst %d with status %s" % (bursts, process.returncode))
         # Every event has its rescan and evaluation; the last one sees no device at all.
-        if not counter.wait(expected + 2 * BURST, 0, 30):
+        if not counter.wait(lambda c: c.evaluations >= expected + 2 * BURST and c.last_devices == 0, 30):
             raise SystemExit("burst %d: %d evaluations, last saw %s devices" %
                              (bursts, counter.evaluations - expected, counter.last_devices))
 
@@ -157,7 +141,7 @@ def main():
                 nm.Leave(True)
             wifi_changes += 1
             ssid = network.decode() if network else "none"
-            if not counter.wait_wifi(expected_wifi, ssid, 15):
+            if not counter.wait(lambda c: c.wifi_evaluations >= expected_wifi and c.last_ssid == ssid, 15):
                 raise SystemExit("WiFi change %d to %s: last evaluation saw %s" %
                                  (wifi_changes, ssid, counter.last_ssid))
 

@@ -137,15 +137,15 @@ private Q_SLOTS:
         QVERIFY(drainNotifications().isEmpty());
     }
 
-    void changesOfNetwork()
+    // The log lines of changes, and names compared byte for byte, are the NetworkManager
+    // scenarios' part.
+    void changesAnnounceThePreviousAndTheCurrentNetwork()
     {
         backend->network = "Home";
         start();
         drainNotifications();
         backend->network = "Office";
-        QCOMPARE(check(), QStringList({"📶 [WiFiMonitor] SSID changed: 'Home' → 'Office'",
-                                       "📶 [WiFiMonitor] Current network: 'Office' (BSSID: "
-                                       "unknown)"}));
+        check();
         QList<Posted> posted = drainNotifications();
         QCOMPARE(posted.size(), 2);
         QVERIFY(!posted[0].previousSSID.isValid());
@@ -156,22 +156,16 @@ private Q_SLOTS:
         }
 
         backend->network.reset();
-        QCOMPARE(check(), QStringList({"📶 [WiFiMonitor] SSID changed: 'Office' → 'none'",
-                                       "📶 [WiFiMonitor] No WiFi network connected"}));
+        check();
         posted = drainNotifications();
         QCOMPARE(posted.size(), 1);
         QCOMPARE(posted[0].previousSSID.toString(), "Office");
         QVERIFY(!posted[0].currentSSID.isValid());
         QVERIFY(!posted[0].network.canConvert<WiFiNetwork>());
         QVERIFY(!monitor->currentNetwork());
-
-        // Names are compared byte for byte: letter case and blanks make another network.
-        backend->network = "home ";
-        QCOMPARE(check().constFirst(), "📶 [WiFiMonitor] SSID changed: 'none' → 'home '");
-        QCOMPARE(drainNotifications().size(), 2);
     }
 
-    void networkIsReadWhenTheNotificationIsPosted()
+    void networkIsReadWhenAskedAndWhenTheNotificationIsPosted()
     {
         start();
         backend->network = "Home";
@@ -183,21 +177,11 @@ private Q_SLOTS:
         QCOMPARE(posted[1].currentSSID.toString(), "Home");
         for (const Posted& one : posted)
             QCOMPARE(ssidOf(one.network), "Office");
-    }
 
-    void emptySsidIsNoNetwork()
-    {
-        backend->network = QString();
-        start();
-        QVERIFY(!monitor->currentSSID());
-        QVERIFY(!monitor->currentNetwork());
-        QVERIFY(drainNotifications().isEmpty());
-        QVERIFY(check().isEmpty());
-
-        // Reported at the moment of asking, not as last checked.
+        // The SSID is the one of the moment, not the one last checked.
         backend->network = "Café";
         QCOMPARE(monitor->currentSSID(), "Café");
-        QVERIFY(!monitor->currentNetwork());
+        QCOMPARE(monitor->currentNetwork()->ssid, "Office");
     }
 
     void eventsRunChecksLinkChangeOneSecondLater()

@@ -137,46 +137,38 @@ class Obrinta:
         for raw in self.process.stderr:
             self.stderr_lines.append(raw.decode("utf-8", "replace").rstrip("\n"))
 
+    def _arriving(self, seconds):
+        """The lines as they arrive within `seconds`; None when the output has ended."""
+        deadline = time.monotonic() + seconds
+        while (remaining := deadline - time.monotonic()) > 0:
+            try:
+                line = self._queue.get(timeout=remaining)
+            except queue.Empty:
+                return
+            if line is not None:
+                self.lines.append(line)
+            yield line
+            if line is None:
+                return
+
     def read_until(self, predicate, timeout=10.0):
         """Collects lines until one satisfies `predicate` (a string means equality); returns the
         lines read in this call, the matching one last. Raises on time-out or end of output."""
         if isinstance(predicate, str):
-            wanted = predicate
-            predicate = lambda line: line == wanted
-        deadline = time.monotonic() + timeout
+            predicate = predicate.__eq__
         collected = []
-        while True:
-            remaining = deadline - time.monotonic()
-            if remaining <= 0:
-                raise AssertionError("timed out waiting; got:\n" + "\n".join(collected))
-            try:
-                line = self._queue.get(timeout=remaining)
-            except queue.Empty:
-                continue
+        for line in self._arriving(timeout):
             if line is None:
                 raise AssertionError("output ended; got:\n" + "\n".join(collected) +
                                      "\nstderr:\n" + "\n".join(self.stderr_lines[-20:]))
-            self.lines.append(line)
             collected.append(line)
             if predicate(line):
                 return collected
+        raise AssertionError("timed out waiting; got:\n" + "\n".join(collected))
 
     def read_for(self, seconds):
         """All lines that arrive within `seconds`."""
-        deadline = time.monotonic() + seconds
-        collected = []
-        while True:
-            remaining = deadline - time.monotonic()
-            if remaining <= 0:
-                return collected
-            try:
-                line = self._queue.get(timeout=remaining)
-            except queue.Empty:
-                return collected
-            if line is None:
-                return collected
-            self.lines.append(line)
-            collected.append(line)
+        return [line for line in self._arriving(seconds) if line is not None]
 
     def evaluation(self, timeout=10.0):
         """The lines of the next USB evaluation, from its first line to its last."""
