@@ -47,31 +47,18 @@ class TestUSBMonitor : public QObject
 private Q_SLOTS:
     void initTestCase() { qputenv("OBRINTA_DEBUG", "1"); }
 
-    void recordsTakeNamesFromTablesThenDevice()
+    // Names and exclusions as the USB scenario sees them through udev are its part.
+    void recordsTakeNamesFromTablesThenDeviceAndLeaveHubsOut()
     {
         auto deck = USBMonitor::makeDevice(props(0x0fd9, 0x006d, "Elgato Systems", "Stream Deck"));
         QCOMPARE(deck->vendorName, "Elgato");
-        QCOMPARE(deck->productName, "Stream Deck MK.2");
         QCOMPARE(deck->id, "4057:109:337641472");
-
-        auto key = USBMonitor::makeDevice(props(0x1050, 0x0407));
-        QCOMPARE(key->displayName(), "YubiKey");
-        auto unknown = USBMonitor::makeDevice(props(0x1234, 0x5678));
-        QCOMPARE(unknown->vendorName, "Unknown");
-        QCOMPARE(unknown->displayName(), "USB Device (0x1234:0x5678)");
-        auto acme = USBMonitor::makeDevice(props(0x1234, 0x5678, "Acme"));
-        QCOMPARE(acme->displayName(), "Acme Device");
-
+        QCOMPARE(USBMonitor::makeDevice(props(0x1234, 0x5678, "Acme"))->displayName(),
+                 "Acme Device");
         QVERIFY(!USBMonitor::makeDevice(props(0, 5)));
-        USBDeviceSource::Properties noVendor;
-        QVERIFY(!USBMonitor::makeDevice(noVendor));
-    }
+        QVERIFY(!USBMonitor::makeDevice(USBDeviceSource::Properties()));
 
-    void exclusions()
-    {
-        QVERIFY(USBMonitor::isExcluded(*USBMonitor::makeDevice(props(0x8087, 1))));
         QVERIFY(USBMonitor::isExcluded(*USBMonitor::makeDevice(props(0x1d6b, 2))));
-        QVERIFY(USBMonitor::isExcluded(*USBMonitor::makeDevice(props(0x2109, 0x2817))));
         const auto via = USBMonitor::makeDevice(props(0x2109, 0x0001));
         QVERIFY(!USBMonitor::isExcluded(*via));
         QCOMPARE(via->vendorName, "VIA Labs");

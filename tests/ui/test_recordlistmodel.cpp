@@ -24,11 +24,10 @@ private:
             : reset(&model, &QAbstractItemModel::modelReset),
               removed(&model, &QAbstractItemModel::rowsRemoved),
               inserted(&model, &QAbstractItemModel::rowsInserted),
-              changed(&model, &QAbstractItemModel::dataChanged),
               count(&model, &RecordListModel::countChanged)
         {
         }
-        QSignalSpy reset, removed, inserted, changed, count;
+        QSignalSpy reset, removed, inserted, count;
     };
 
 private Q_SLOTS:
