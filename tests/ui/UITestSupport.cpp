@@ -130,6 +130,24 @@ QQuickItem* item(QQuickWindow* window, const QString& objectName)
     return items(window ? window->contentItem() : nullptr, objectName).value(0);
 }
 
+QString text(QQuickWindow* window, const QString& objectName)
+{
+    QQuickItem* found = item(window, objectName);
+    return found ? found->property("text").toString() : QString();
+}
+
+bool isOn(QQuickWindow* window, const QString& objectName)
+{
+    QQuickItem* found = item(window, objectName);
+    return found && found->property("checked").toBool();
+}
+
+bool isEnabled(QQuickWindow* window, const QString& objectName)
+{
+    QQuickItem* found = item(window, objectName);
+    return found && found->isEnabled();
+}
+
 QQuickWindow* sheet(const QString& objectName)
 {
     QQuickWindow* found = nullptr;

@@ -58,6 +58,10 @@ DeviceAppBinding rule(const QString& appName, const QString& deviceName, qint64 
 // Every shown item below `root` with this identifier, in tree order.
 QList<QQuickItem*> items(QQuickItem* root, const QString& objectName);
 QQuickItem* item(QQuickWindow* window, const QString& objectName);
+// A shown item's "text", whether it is checked, whether it is enabled; empty or false if not shown.
+QString text(QQuickWindow* window, const QString& objectName);
+bool isOn(QQuickWindow* window, const QString& objectName);
+bool isEnabled(QQuickWindow* window, const QString& objectName);
 // The shown top-level window with this identifier ("AddRuleSheet", ...), waiting up to two
 // seconds; null when none appears.
 QQuickWindow* sheet(const QString& objectName);

@@ -53,24 +53,6 @@ bool deleteByMenu(QQuickWindow* window, int row)
            click(menuItem);
 }
 
-QString text(QQuickWindow* window, const QString& name)
-{
-    QQuickItem* found = item(window, name);
-    return found ? found->property("text").toString() : QString();
-}
-
-bool isOn(QQuickWindow* window, const QString& name)
-{
-    QQuickItem* found = item(window, name);
-    return found && found->property("checked").toBool();
-}
-
-bool isEnabled(QQuickWindow* window, const QString& name)
-{
-    QQuickItem* found = item(window, name);
-    return found && found->isEnabled();
-}
-
 QStringList rowTexts(QQuickWindow* window, const QString& rowName, const char* property)
 {
     QStringList texts;
