@@ -105,8 +105,9 @@ bool ProcProcessTable::readProcess(pid_t pid, Process& process)
         return false;
     // The command name may hold blanks and parentheses: parse after the last ')'.
     buffer[length] = '\0';
+    const char* open = std::strchr(buffer, '(');
     const char* close = std::strrchr(buffer, ')');
-    if (!close || close[1] == '\0')
+    if (!open || !close || close < open || close[1] == '\0')
         return false;
     // Fields from the state on: 0 state, 1 parent, 19 start time.
     const char* field = close + 2;
@@ -127,44 +128,59 @@ bool ProcProcessTable::readProcess(pid_t pid, Process& process)
     process.pid = pid;
     process.ppid = pid_t(values[1]);
     process.startTime = values[19];
+    const QByteArray command(open + 1, close - open - 1);
 
+    Fixed& fixed = m_fixed[pid];
+    // An exec keeps the PID and start time but changes the command name.
+    if (fixed.startTime != process.startTime || fixed.command != command) {
+        fixed = Fixed{};
+        fixed.startTime = process.startTime;
+        fixed.command = command;
+        readExec(base, pid, fixed);
+    }
+    if (!fixed.unitSettled)
+        readUnit(base, fixed);
+    // Desktops move a new process into its app unit just after starting it.
+    constexpr quint64 kSettleSeconds = 10;
+    fixed.unitSettled =
+        m_uptimeTicks > process.startTime + kSettleSeconds * quint64(::sysconf(_SC_CLK_TCK));
+
+    process.unit = fixed.unit;
+    process.unitId = fixed.unitId;
+    process.flatpakId = fixed.flatpakId;
+    process.exe = fixed.exe;
+    process.launchedId = fixed.launchedId;
+    process.argv0 = fixed.argv0;
+    process.argv1 = fixed.argv1;
+    return true;
+}
+
+void ProcProcessTable::readUnit(const QByteArray& base, Fixed& fixed) const
+{
     const QByteArray cgroup = readSmallFile(base + "cgroup", 4096).trimmed();
     const qsizetype slash = cgroup.lastIndexOf('/');
-    process.unit = QString::fromUtf8(slash >= 0 ? cgroup.mid(slash + 1) : QByteArray());
-    process.unitId = desktopIdFromUnit(process.unit);
-
-    if (process.unit.contains(QLatin1String("flatpak"))) {
+    fixed.unit = QString::fromUtf8(slash >= 0 ? cgroup.mid(slash + 1) : QByteArray());
+    fixed.unitId = desktopIdFromUnit(fixed.unit);
+    fixed.flatpakId.clear();
+    if (fixed.unit.contains(QLatin1String("flatpak"))) {
         const QByteArray flatpakInfo = readSmallFile(base + "root/.flatpak-info", 16 * 1024);
         for (const QByteArray& line : flatpakInfo.split('\n')) {
             if (line.startsWith("name=")) {
-                process.flatpakId = QString::fromUtf8(line.mid(5).trimmed());
+                fixed.flatpakId = QString::fromUtf8(line.mid(5).trimmed());
                 break;
             }
         }
     }
-    readFixed(base, pid, process);
-    return true;
 }
 
-void ProcProcessTable::readFixed(const QByteArray& base, pid_t pid, Process& process)
+void ProcProcessTable::readExec(const QByteArray& base, pid_t pid, Fixed& fixed) const
 {
     char target[4096];
     const ssize_t length = ::readlink((base + "exe").constData(), target, sizeof target - 1);
-    QString exe = length > 0 ? QFile::decodeName(QByteArray(target, length)) : QString();
-    if (exe.endsWith(QLatin1String(" (deleted)")))
-        exe.chop(10);
+    fixed.exe = length > 0 ? QFile::decodeName(QByteArray(target, length)) : QString();
+    if (fixed.exe.endsWith(QLatin1String(" (deleted)")))
+        fixed.exe.chop(10);
 
-    const auto cached = m_fixed.constFind(pid);
-    if (cached != m_fixed.constEnd() && cached->startTime == process.startTime &&
-        cached->exe == exe) {
-        process.exe = cached->exe;
-        process.launchedId = cached->launchedId;
-        process.argv0 = cached->argv0;
-        process.argv1 = cached->argv1;
-        return;
-    }
-
-    process.exe = exe;
     const QByteArray environ = readSmallFile(base + "environ", 256 * 1024);
     QByteArray launchedFile;
     QByteArray launchedPid;
@@ -176,24 +192,22 @@ void ProcProcessTable::readFixed(const QByteArray& base, pid_t pid, Process& pro
     }
     // Children inherit the variable but not the PID.
     if (!launchedFile.isEmpty() && launchedPid.toLongLong() == pid)
-        process.launchedId = desktopIdFromFile(QFile::decodeName(launchedFile));
+        fixed.launchedId = desktopIdFromFile(QFile::decodeName(launchedFile));
 
     const QList<QByteArray> argv = readSmallFile(base + "cmdline", 8192).split('\0');
-    process.argv0 = QFile::decodeName(argv.value(0));
+    fixed.argv0 = QFile::decodeName(argv.value(0));
     // A script's program path is the interpreter's first argument.
     static const QStringList interpreters{QStringLiteral("sh"),     QStringLiteral("bash"),
                                           QStringLiteral("dash"),   QStringLiteral("zsh"),
                                           QStringLiteral("python"), QStringLiteral("perl"),
                                           QStringLiteral("ruby"),   QStringLiteral("node")};
-    const QString interpreter = QFileInfo(process.exe).fileName();
+    const QString interpreter = QFileInfo(fixed.exe).fileName();
     for (const QString& name : interpreters) {
         if (interpreter.startsWith(name)) {
-            process.argv1 = QFile::decodeName(argv.value(1));
+            fixed.argv1 = QFile::decodeName(argv.value(1));
             break;
         }
     }
-    m_fixed.insert(pid, Fixed{process.startTime, process.exe, process.launchedId, process.argv0,
-                              process.argv1});
 }
 
 void ProcProcessTable::refresh()
@@ -202,6 +216,9 @@ void ProcProcessTable::refresh()
     m_byPid.clear();
     m_byId.clear();
     m_byProgram.clear();
+
+    const QByteArray uptime = readSmallFile(QFile::encodeName(m_procRoot) + "/uptime", 128);
+    m_uptimeTicks = quint64(uptime.split(' ').value(0).toDouble() * double(::sysconf(_SC_CLK_TCK)));
 
     DIR* directory = ::opendir(QFile::encodeName(m_procRoot).constData());
     if (!directory)
@@ -222,8 +239,12 @@ void ProcProcessTable::refresh()
             if (!id.isEmpty())
                 m_byId[id].append(index);
         }
-        for (const QString& program : {process.exe, process.argv0, process.argv1}) {
-            if (program.startsWith(QLatin1Char('/')))
+        const QString programs[] = {process.exe, process.argv0, process.argv1};
+        for (int i = 0; i < 3; ++i) {
+            const QString& program = programs[i];
+            const bool repeated =
+                (i > 0 && program == programs[0]) || (i > 1 && program == programs[1]);
+            if (program.startsWith(QLatin1Char('/')) && !repeated)
                 m_byProgram[program].append(index);
         }
     }
@@ -236,19 +257,33 @@ void ProcProcessTable::refresh()
     }
 }
 
-bool ProcProcessTable::isTopLevel(const Process& process, const QSet<pid_t>& matched) const
+bool ProcProcessTable::isTopLevel(const Process& process, const QSet<pid_t>& matched,
+                                  QHash<pid_t, bool>& matchedLine) const
 {
-    // One instance is one top-level process: its own children are part of it.
+    // One instance is one top-level process: its own children are part of it. `matchedLine`
+    // remembers, per ancestor, whether it or one of its own ancestors matched.
+    QList<pid_t> walked;
+    bool found = false;
     pid_t parent = process.ppid;
     for (int depth = 0; parent > 1 && depth < 64; ++depth) {
-        if (matched.contains(parent))
-            return false;
-        const auto found = m_byPid.constFind(parent);
-        if (found == m_byPid.constEnd())
-            return true;
-        parent = m_processes.at(*found).ppid;
+        const auto known = matchedLine.constFind(parent);
+        if (known != matchedLine.constEnd()) {
+            found = *known;
+            break;
+        }
+        walked.append(parent);
+        if (matched.contains(parent)) {
+            found = true;
+            break;
+        }
+        const auto next = m_byPid.constFind(parent);
+        if (next == m_byPid.constEnd())
+            break;
+        parent = m_processes.at(*next).ppid;
     }
-    return true;
+    for (pid_t pid : walked)
+        matchedLine.insert(pid, found);
+    return !found;
 }
 
 QList<RunningApplications::Instance> ProcProcessTable::instances(const QString& desktopId)
@@ -256,17 +291,20 @@ QList<RunningApplications::Instance> ProcProcessTable::instances(const QString& 
     if (desktopId.isEmpty())
         return {};
     QList<qsizetype> candidates = m_byId.value(desktopId);
-    QSet<qsizetype> seen(candidates.cbegin(), candidates.cend());
 
     auto executable = m_executables.constFind(desktopId);
     if (executable == m_executables.constEnd())
         executable =
             m_executables.insert(desktopId, m_resolver ? m_resolver(desktopId) : QString());
     if (!executable->isEmpty()) {
-        for (qsizetype index : m_byProgram.value(*executable)) {
-            if (!seen.contains(index)) {
-                seen.insert(index);
-                candidates.append(index);
+        const QList<qsizetype> byProgram = m_byProgram.value(*executable);
+        if (candidates.isEmpty()) {
+            candidates = byProgram;
+        } else {
+            QSet<qsizetype> seen(candidates.cbegin(), candidates.cend());
+            for (qsizetype index : byProgram) {
+                if (!seen.contains(index))
+                    candidates.append(index);
             }
         }
     }
@@ -277,9 +315,10 @@ QList<RunningApplications::Instance> ProcProcessTable::instances(const QString& 
     std::sort(candidates.begin(), candidates.end());
 
     QList<Instance> result;
+    QHash<pid_t, bool> matchedLine;
     for (qsizetype index : candidates) {
         const Process& process = m_processes.at(index);
-        if (isTopLevel(process, matched))
+        if (isTopLevel(process, matched, matchedLine))
             result.append(Instance{process.pid, process.startTime});
     }
     return result;

@@ -45,19 +45,27 @@ public:
     const QList<Process>& processes() const { return m_processes; }
 
 private:
-    // What a process's exec fixed: kept across readings while its start time and program stay.
+    // What a process's exec fixed, and its unit once it has settled: kept across readings while
+    // its start time and command name stay, so that a reading costs one file per process.
     struct Fixed
     {
         quint64 startTime = 0;
+        QByteArray command;
         QString exe;
         QString launchedId;
         QString argv0;
         QString argv1;
+        bool unitSettled = false;
+        QString unit;
+        QString unitId;
+        QString flatpakId;
     };
 
     bool readProcess(pid_t pid, Process& process);
-    void readFixed(const QByteArray& base, pid_t pid, Process& process);
-    bool isTopLevel(const Process& process, const QSet<pid_t>& matched) const;
+    void readUnit(const QByteArray& base, Fixed& fixed) const;
+    void readExec(const QByteArray& base, pid_t pid, Fixed& fixed) const;
+    bool isTopLevel(const Process& process, const QSet<pid_t>& matched,
+                    QHash<pid_t, bool>& matchedLine) const;
 
     ExecutableResolver m_resolver;
     QString m_procRoot;
@@ -67,4 +75,5 @@ private:
     QHash<QString, QList<qsizetype>> m_byProgram;
     QHash<QString, QString> m_executables;
     QHash<pid_t, Fixed> m_fixed;
+    quint64 m_uptimeTicks = 0;
 };
