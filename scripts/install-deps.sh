@@ -5,7 +5,7 @@ set -eu
 
 PACKAGES="
 cmake ninja-build pkg-config g++ clang clang-format libclang-rt-14-dev
-qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-qpa-plugins libqt6svg6 qt6-svg-dev
+qt6-base-dev qt6-base-dev-tools qt6-declarative-dev qt6-qpa-plugins qt6-wayland libqt6svg6 qt6-svg-dev
 qml6-module-qtquick qml6-module-qtquick-controls qml6-module-qtquick-layouts
 qml6-module-qtquick-window qml6-module-qtquick-templates qml6-module-qtquick-dialogs
 qml6-module-qt-labs-folderlistmodel

@@ -13,8 +13,16 @@ int main(int argc, char* argv[])
 
     const bool headless =
         qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-    if (headless && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // A display that cannot be reached (a stale DISPLAY, a compositor gone) falls back to
+    // running headless instead of ending the program.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        if (headless)
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        else if (!qEnvironmentVariableIsEmpty("DISPLAY"))
+            qputenv("QT_QPA_PLATFORM", "xcb;offscreen");
+        else
+            qputenv("QT_QPA_PLATFORM", "wayland;offscreen");
+    }
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Obrinta"));
