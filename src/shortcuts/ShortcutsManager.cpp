@@ -1,6 +1,7 @@
 #include "ShortcutsManager.h"
 
 #include "ToolProcess.h"
+#include "model/BlankTrimming.h"
 #include "platform/Log.h"
 
 #include <QCoreApplication>
@@ -20,22 +21,6 @@ std::optional<QString> decodeUtf8(const QByteArray& bytes)
 bool isLineBreak(QChar c)
 {
     return (c >= u'\n' && c <= u'\r') || c == u'\u0085' || c == u'\u2028' || c == u'\u2029';
-}
-
-bool isBlank(QChar c)
-{
-    return c == u'\t' || c.category() == QChar::Separator_Space;
-}
-
-QString trimmedBlanks(QStringView text)
-{
-    qsizetype begin = 0;
-    qsizetype end = text.size();
-    while (begin < end && isBlank(text[begin]))
-        ++begin;
-    while (end > begin && isBlank(text[end - 1]))
-        --end;
-    return text.sliced(begin, end - begin).toString();
 }
 
 QString durationText(std::chrono::milliseconds duration)

@@ -1,15 +1,7 @@
 #include "AddWiFiRuleEditor.h"
 
 #include "model/AppState.h"
-
-namespace {
-
-bool isBlank(QChar c)
-{
-    return c == u'\t' || c.category() == QChar::Separator_Space;
-}
-
-} // namespace
+#include "model/BlankTrimming.h"
 
 AddWiFiRuleEditor::AddWiFiRuleEditor(QObject* parent) : NewRuleEditor(parent)
 {
@@ -26,13 +18,7 @@ void AddWiFiRuleEditor::setSsidInput(const QString& text)
 
 QString AddWiFiRuleEditor::trimmedName(const QString& text)
 {
-    qsizetype begin = 0;
-    qsizetype end = text.size();
-    while (begin < end && isBlank(text[begin]))
-        ++begin;
-    while (end > begin && isBlank(text[end - 1]))
-        --end;
-    return text.sliced(begin, end - begin);
+    return trimmedBlanks(text);
 }
 
 bool AddWiFiRuleEditor::canSave() const
