@@ -1,5 +1,6 @@
 """Runs under xvfb-run and dbus-run-session (see idle.sh): starts a tray host, a private system
-bus with a UDisks2 mock, then Obrinta and udiskie, and samples both over the same minute."""
+bus with a UDisks2 mock, then Obrinta, udiskie and a bare Qt tray program, and samples them over
+the same minute."""
 
 import json
 import os
@@ -70,7 +71,9 @@ def main():
                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
     udiskie = subprocess.Popen(["udiskie", "--tray", "--no-notify", "--no-automount"], env=env,
                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    started += [obrinta, udiskie]
+    reference = subprocess.Popen([os.path.join(BUILD, "idle_reference_tray")], env=env,
+                                 stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    started += [obrinta, udiskie, reference]
     try:
         time.sleep(8)
         for p, name in ((obrinta, "obrinta"), (udiskie, "udiskie")):
@@ -79,6 +82,7 @@ def main():
         before = {p.pid: sample(p.pid) for p in (obrinta, udiskie)}
         time.sleep(SECONDS)
         after = {p.pid: sample(p.pid) for p in (obrinta, udiskie)}
+        result("idle_reference_qt_tray_rss", sample(reference.pid)[0], "kB")
 
         figures = {}
         for p, name in ((obrinta, "obrinta"), (udiskie, "udiskie")):
@@ -96,6 +100,8 @@ def main():
         result("idle_obrinta_quick_libraries_mapped", len(quick), "files", "=0")
         result("idle_rss_ratio_obrinta_to_udiskie", "%.2f" % (figures["obrinta"][0] / figures["udiskie"][0]),
                "x", "<=0.67")
+        result("idle_rss_ratio_reference_qt_tray_to_udiskie",
+               "%.2f" % (sample(reference.pid)[0] / figures["udiskie"][0]), "x")
 
         # The settings window opened and closed again: its QML engine is released with it.
         opener = subprocess.run([os.path.join(BUILD, "obrinta")], env=env, timeout=20,

@@ -18,6 +18,7 @@
 #include "ui/WindowHosting.h"
 #include "ui/WindowsModule.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QTimer>
 
@@ -40,6 +41,7 @@ void evaluateAllRules()
 AppDelegate::AppDelegate(QStringList arguments, QObject* parent)
     : QObject(parent), m_arguments(std::move(arguments))
 {
+    qApp->installEventFilter(this);
 }
 
 AppDelegate::~AppDelegate()
@@ -85,29 +87,31 @@ void AppDelegate::applicationDidFinishLaunching()
     WiFiMonitor::shared().startMonitoring();
 
     subscribeToWake();
-    setUpShell();
 
+    // Timed before the shell is built: loading a window must not push the first evaluation back.
     if (!isUITesting()) {
         MainQueue::after(1000, evaluateAllRules);
     } else {
         if (m_arguments.contains(QStringLiteral("-UITestingSeedRules")))
             MainQueue::async([] { AppState::shared().seedUITestRules(); });
-        QTimer::singleShot(500, this, &AppDelegate::openSettingsWindow);
+        QTimer::singleShot(500, Qt::PreciseTimer, this, &AppDelegate::openSettingsWindow);
     }
+
+    setUpShell();
 }
 
 void AppDelegate::subscribeToWake()
 {
     m_sleepWatcher = new LogindSleepWatcher(this);
     connect(m_sleepWatcher, &LogindSleepWatcher::didWake, this,
-            [this] { QTimer::singleShot(2000, this, evaluateAllRules); });
+            [this] { QTimer::singleShot(2000, Qt::PreciseTimer, this, evaluateAllRules); });
     m_sleepWatcher->start();
 }
 
 void AppDelegate::setUpShell()
 {
     m_menuBarContent = new MenuBarContent(AppState::shared(), this);
-    m_menuBarCommands = new MenuBarCommands([this] { openSettingsWindow(); }, this);
+    m_menuBarCommands = new MenuBarCommands([this] { openSettingsWindow(); }, isUITesting(), this);
     m_generalSettings = new GeneralSettings(PersistenceManager::shared(), AppState::shared(),
                                             XdgAutostartLoginItem::shared(), this);
     if (isUITesting()) {
@@ -127,7 +131,7 @@ void AppDelegate::setUpShell()
     });
     m_trayIcon->show();
     if (!TrayIcon::isHostAvailable())
-        openSettingsWindow();
+        QTimer::singleShot(0, this, &AppDelegate::openSettingsWindow);
 }
 
 WindowHosting* AppDelegate::windowHost()
@@ -164,9 +168,17 @@ void AppDelegate::showOrOpenSettingsWindow()
         host->showSettings();
 }
 
+bool AppDelegate::eventFilter(QObject* watched, QEvent* event)
+{
+    // Quitting closes every window first; that close is no reason to explain how to quit.
+    if (watched == qApp && event->type() == QEvent::Quit)
+        m_quitting = true;
+    return QObject::eventFilter(watched, event);
+}
+
 void AppDelegate::settingsWindowHidden()
 {
-    if (m_noTrayHintLogged || !hasDisplay() || TrayIcon::isHostAvailable())
+    if (m_quitting || m_noTrayHintLogged || !hasDisplay() || TrayIcon::isHostAvailable())
         return;
     m_noTrayHintLogged = true;
     Log::info(QStringLiteral(

@@ -28,6 +28,9 @@ public:
     bool isUITesting() const;
     void openSettingsWindow();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void subscribeToWake();
     void setUpShell();
@@ -46,4 +49,5 @@ private:
     bool m_windowsUnavailable = false;
     TrayIcon* m_trayIcon = nullptr;
     bool m_noTrayHintLogged = false;
+    bool m_quitting = false;
 };

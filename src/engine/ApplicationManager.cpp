@@ -73,7 +73,11 @@ double ApplicationManager::effectiveTimeout(double forceQuitTimeout)
 QString ApplicationManager::secondsText(double seconds)
 {
     char buffer[64];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, seconds);
+    // A plain decimal (0.0005, never 5e-04), as the log has always shown it.
+    const bool plain = seconds == 0 || (std::abs(seconds) >= 1e-4 && std::abs(seconds) < 1e16);
+    const auto result =
+        plain ? std::to_chars(buffer, buffer + sizeof buffer, seconds, std::chars_format::fixed)
+              : std::to_chars(buffer, buffer + sizeof buffer, seconds);
     QString text = QString::fromLatin1(buffer, result.ptr - buffer);
     if (!text.contains(QLatin1Char('.')) && !text.contains(QLatin1Char('e')) &&
         !text.contains(QLatin1Char('n')))
@@ -161,6 +165,11 @@ void ApplicationManager::terminateApplication(const RuleContext& context, bool f
               context.appName);
 
     for (const RunningApplications::Instance& found : instances) {
+        const InstanceKey key{found.pid, found.startTime};
+        // A forced quit tells its own outcome; a polite quit still waiting on this instance
+        // must not tell another.
+        if (force)
+            m_pendingStops.remove(key);
         const std::shared_ptr<ProcessHandle> instance = m_processes.open(found);
         const QString pidText = QString::number(instance->pid());
         bool accepted = false;
@@ -179,7 +188,7 @@ void ApplicationManager::terminateApplication(const RuleContext& context, bool f
             Log::info(QStringLiteral("      ✅ Terminated ") + context.appName +
                       (force ? QStringLiteral(" via force quit") : QStringLiteral(" via quit")));
             if (!force && context.forceQuitAllowed)
-                scheduleForcedTermination(context, instance, true);
+                scheduleForcedTermination(context, instance, key, true);
             else
                 m_notifications.postNotification(QStringLiteral("Application Stopped"),
                                                  stoppedBody(context), false);
@@ -201,7 +210,7 @@ void ApplicationManager::terminateApplication(const RuleContext& context, bool f
                                      "termination in ") +
                       secondsText(effectiveTimeout(context.forceQuitTimeout)) +
                       QStringLiteral("s..."));
-            scheduleForcedTermination(context, instance, false);
+            scheduleForcedTermination(context, instance, key, false);
         } else {
             Log::info(QStringLiteral("      💥 Force termination failed! App may be stuck."));
             if (!context.forceQuitAllowed) {
@@ -217,36 +226,33 @@ void ApplicationManager::terminateApplication(const RuleContext& context, bool f
 
 void ApplicationManager::scheduleForcedTermination(const RuleContext& context,
                                                    std::shared_ptr<ProcessHandle> instance,
-                                                   bool accepted)
+                                                   InstanceKey key, bool accepted)
 {
     // One notification per instance: the polite quit's when it is seen to end, unless the
-    // forced quit has to follow, whose outcome is then the only one.
-    auto outcome = std::make_shared<int>(0); // 0 pending, 1 told, 2 forced
-    if (accepted) {
-        instance->watchExit([this, context, outcome] {
-            if (*outcome != 0)
-                return;
-            *outcome = 1;
-            m_notifications.postNotification(QStringLiteral("Application Stopped"),
-                                             stoppedBody(context), false);
+    // forced quit has to follow, whose outcome is then the only one. A second polite quit of
+    // the same instance shares the first one's outcome.
+    if (accepted && !m_pendingStops.contains(key)) {
+        m_pendingStops.insert(key);
+        QPointer<ApplicationManager> weak(this);
+        instance->watchExit([weak, context, key] {
+            if (weak && weak->m_pendingStops.remove(key))
+                weak->m_notifications.postNotification(QStringLiteral("Application Stopped"),
+                                                       stoppedBody(context), false);
         });
     }
     QPointer<ApplicationManager> weak(this);
     const int delay = int(std::lround(effectiveTimeout(context.forceQuitTimeout) * 1000.0));
-    QTimer::singleShot(delay, Qt::PreciseTimer, this, [weak, context, instance, outcome, accepted] {
+    QTimer::singleShot(delay, Qt::PreciseTimer, this, [weak, context, instance, key, accepted] {
         if (!weak)
             return;
         if (instance->isTerminated()) {
             Log::info(QStringLiteral("      ✅ App terminated naturally"));
-            if (accepted && *outcome == 0) {
-                *outcome = 1;
+            if (accepted && weak->m_pendingStops.remove(key))
                 weak->m_notifications.postNotification(QStringLiteral("Application Stopped"),
                                                        stoppedBody(context), false);
-            }
             return;
         }
         Log::info(QStringLiteral("      ⏰ Timeout expired, forcing termination now"));
-        *outcome = 2;
         weak->terminateApplication(context, true);
     });
 }

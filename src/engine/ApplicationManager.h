@@ -3,6 +3,7 @@
 #include "ApplicationLaunching.h"
 
 #include <QObject>
+#include <QPair>
 #include <QSet>
 
 #include <memory>
@@ -35,8 +36,12 @@ public:
 private:
     void startLaunch(const RuleContext& context, const QString& path, bool byBundle);
     void finishLaunch(const RuleContext& context, bool byBundle, const QString& error);
+    // A process as found: its PID and its start time, so that a reused PID is another key.
+    using InstanceKey = QPair<pid_t, quint64>;
+
     void scheduleForcedTermination(const RuleContext& context,
-                                   std::shared_ptr<ProcessHandle> instance, bool accepted);
+                                   std::shared_ptr<ProcessHandle> instance, InstanceKey key,
+                                   bool accepted);
     void runKillCommand(const RuleContext& context, ProcessHandle& instance);
 
     DesktopApplications& m_applications;
@@ -44,4 +49,6 @@ private:
     ProcessControl& m_processes;
     NotificationPosting& m_notifications;
     QSet<QString> m_launchesInFlight;
+    // Instances whose accepted polite quit has not been told yet.
+    QSet<InstanceKey> m_pendingStops;
 };

@@ -85,8 +85,6 @@ void NotificationService::onActionInvoked(uint id, const QString& actionKey)
 {
     if (actionKey != QLatin1String("default") || !m_posted.contains(id))
         return;
-    debugLog(QStringLiteral(
-        "🔔 [NotificationService] Notification clicked, opening the settings window"));
     Q_EMIT openSettingsRequested();
 }
 

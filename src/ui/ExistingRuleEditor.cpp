@@ -61,8 +61,11 @@ void ExistingRuleEditor::launchApp()
 {
     if (!m_hasRule)
         return;
-    MainQueue::async(
-        [context = ruleContext()] { AppController::shared().launchApplication(context); });
+    MainQueue::async([context = ruleContext()] {
+        // The table is read once per evaluation; a try-out between evaluations needs it fresh.
+        ApplicationManager::sharedRunningApplications().refresh();
+        AppController::shared().launchApplication(context);
+    });
     refreshLater();
 }
 

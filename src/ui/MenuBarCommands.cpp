@@ -4,9 +4,12 @@
 #include "monitors/USBMonitor.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
-MenuBarCommands::MenuBarCommands(std::function<void()> openSettings, QObject* parent)
-    : QObject(parent), m_openSettings(std::move(openSettings))
+MenuBarCommands::MenuBarCommands(std::function<void()> openSettings, bool hasSettingsCommand,
+                                 QObject* parent)
+    : QObject(parent), m_openSettings(std::move(openSettings)),
+      m_hasSettingsCommand(hasSettingsCommand)
 {
 }
 
@@ -24,4 +27,10 @@ void MenuBarCommands::openSettings()
 void MenuBarCommands::quit()
 {
     QCoreApplication::quit();
+}
+
+void MenuBarCommands::showSettingsWindow()
+{
+    if (m_hasSettingsCommand)
+        QTimer::singleShot(0, this, [this] { m_openSettings(); });
 }

@@ -219,6 +219,21 @@ private Q_SLOTS:
         QCOMPARE(fakes.posted.size(), 1);
     }
 
+    // Two rounds of polite quits that both instances accept and ignore, forced by whichever
+    // time-out comes first: each instance is told about once.
+    void repeatedEscalationsTellEachInstanceOnce()
+    {
+        addProcess(10, true, true, false);
+        addProcess(11, true, true, false);
+        LogCapture log;
+        manager->terminateApplication(context(true, 0.1), false);
+        manager->terminateApplication(context(true, 0.2), false);
+        QTRY_COMPARE_WITH_TIMEOUT(log.lines().count("      ✅ App terminated naturally"), 3, 3000);
+        QTest::qWait(50);
+        QCOMPARE(fakes.posted.size(), 2);
+        QCOMPARE(ApplicationManager::secondsText(0.0005), "0.0005");
+    }
+
     void refusedForcedQuitWithoutPermissionFailsToStop()
     {
         addProcess(10, false, false, false);

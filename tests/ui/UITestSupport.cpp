@@ -13,7 +13,7 @@
 #include <QTest>
 
 TestShell::TestShell()
-    : content(AppState::shared()), commands([this] { ++openSettingsCount; }),
+    : content(AppState::shared()), commands([this] { ++openSettingsCount; }, true),
       general(PersistenceManager::shared(), AppState::shared(), loginItem),
       host({{"appState", &AppState::shared()},
             {"menuBarContent", &content},

@@ -223,6 +223,17 @@ private Q_SLOTS:
         }
     }
 
+    void interfaceTestsSettingsCommandAsksForTheSettingsWindow()
+    {
+        TestShell shell;
+        shell.host.showSettings();
+        QQuickWindow* window = shell.host.settingsWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        window->requestActivate();
+        QTest::keyClick(window, Qt::Key_Comma, Qt::ControlModifier);
+        QTRY_COMPARE_WITH_TIMEOUT(shell.openSettingsCount, 1, 2000);
+    }
+
     void reopeningShowsTheSameWindowUntilTheEngineIsReleased()
     {
         TestShell shell;

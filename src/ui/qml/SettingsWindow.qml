@@ -14,6 +14,15 @@ ApplicationWindow {
         onActivated: close()
     }
 
+    // Interface tests' "Settings..." command, wherever the focus is in Obrinta.
+    Shortcut {
+        objectName: "SettingsCommand"
+        sequence: "Ctrl+,"
+        context: Qt.ApplicationShortcut
+        enabled: menuBarCommands.hasSettingsCommand
+        onActivated: menuBarCommands.showSettingsWindow()
+    }
+
     Item {
         objectName: "SettingsView"
         Accessible.name: "SettingsView"
