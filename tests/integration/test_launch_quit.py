@@ -107,9 +107,11 @@ class LaunchAndQuit(Scenario, dbusmock.DBusTestCase):
         self.assertIn("      ⚠️ Could not find app by bundle ID, trying path: " + entry, lines)
         self.assertEqual(self.notifications(1), [("Failed to Launch", "Could not start Broken", 2)])
 
-        # A click on the notification asks for the settings window.
+        # A click on the notification opens the settings window: the windows are loaded.
+        maps = "/proc/%d/maps" % self.obrinta.process.pid
+        self.assertNotIn("obrinta-windows", open(maps).read())
         self.mock.EmitSignal("org.freedesktop.Notifications", "ActionInvoked", "us", [dbus.UInt32(1), "default"])
-        self.obrinta.read_until(lambda l: "settings window" in l.lower(), timeout=5)
+        self.assertTrue(wait_for(lambda: "obrinta-windows" in open(maps).read(), timeout=10))
 
     def test_notifications_switched_off_post_nothing(self):
         self.home.write_settings({"showNotifications": False})
