@@ -149,6 +149,9 @@ WindowHosting* AppDelegate::windowHost()
     }
     connect(m_windowHost, &WindowHosting::settingsWindowHidden, this,
             &AppDelegate::settingsWindowHidden);
+    // Interface tests check that a reopened settings window is the very same window.
+    if (isUITesting())
+        m_windowHost->keepWindows();
     return m_windowHost;
 }
 

@@ -141,13 +141,19 @@ bool WindowHost::isSettingsWindowVisible() const
     return m_settingsWindow && m_settingsWindow->isVisible();
 }
 
+void WindowHost::keepWindows()
+{
+    m_keepWindows = true;
+    m_releaseTimer.stop();
+}
+
 void WindowHost::windowVisibilityChanged()
 {
     const bool anyVisible = (m_settingsWindow && m_settingsWindow->isVisible()) ||
                             (m_panelWindow && m_panelWindow->isVisible());
     if (anyVisible)
         m_releaseTimer.stop();
-    else if (m_engine)
+    else if (m_engine && !m_keepWindows)
         m_releaseTimer.start();
 }
 

@@ -27,6 +27,7 @@ public:
     void showPanel(const QRect& anchor) override;
     void hidePanel() override;
     bool isSettingsWindowVisible() const override;
+    void keepWindows() override;
 
     QQuickWindow* settingsWindow() const { return m_settingsWindow; }
     QQuickWindow* panelWindow() const { return m_panelWindow; }
@@ -44,4 +45,5 @@ private:
     QPointer<QQuickWindow> m_settingsWindow;
     QPointer<QQuickWindow> m_panelWindow;
     QTimer m_releaseTimer;
+    bool m_keepWindows = false;
 };

@@ -18,6 +18,8 @@ public:
     virtual void showPanel(const QRect& anchor) = 0;
     virtual void hidePanel() = 0;
     virtual bool isSettingsWindowVisible() const = 0;
+    // Hidden windows are kept instead of released, so that every opening shows the same window.
+    virtual void keepWindows() = 0;
 
 Q_SIGNALS:
     void settingsWindowHidden();

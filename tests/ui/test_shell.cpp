@@ -257,6 +257,21 @@ private Q_SLOTS:
         QVERIFY(shell.host.hasEngine());
     }
 
+    void keptWindowsOutliveTheReleaseDelay()
+    {
+        TestShell shell;
+        shell.host.setReleaseDelay(50);
+        shell.host.keepWindows();
+        shell.host.showSettings();
+        QPointer<QQuickWindow> first = shell.host.settingsWindow();
+        QVERIFY(QTest::qWaitForWindowExposed(first));
+        first->close();
+        QTest::qWait(300);
+        QVERIFY(shell.host.hasEngine());
+        shell.host.showSettings();
+        QCOMPARE(shell.host.settingsWindow(), first.data());
+    }
+
     void generalTabShowsTheStoredSwitchesWithoutChangingThem()
     {
         PersistenceManager::shared().setLaunchAtLogin(true);
