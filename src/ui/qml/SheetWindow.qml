@@ -59,6 +59,9 @@ Window {
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
+        // Assistive tools name a window by its title; the sheet's identifier goes on its content.
+        Accessible.role: Accessible.Dialog
+        Accessible.name: sheet.objectName
 
         RowLayout {
             Layout.fillWidth: true
