@@ -231,16 +231,15 @@ void ApplicationManager::scheduleForcedTermination(const RuleContext& context,
     // One notification per instance: the polite quit's when it is seen to end, unless the
     // forced quit has to follow, whose outcome is then the only one. A second polite quit of
     // the same instance shares the first one's outcome.
+    QPointer<ApplicationManager> weak(this);
     if (accepted && !m_pendingStops.contains(key)) {
         m_pendingStops.insert(key);
-        QPointer<ApplicationManager> weak(this);
         instance->watchExit([weak, context, key] {
             if (weak && weak->m_pendingStops.remove(key))
                 weak->m_notifications.postNotification(QStringLiteral("Application Stopped"),
                                                        stoppedBody(context), false);
         });
     }
-    QPointer<ApplicationManager> weak(this);
     const int delay = int(std::lround(effectiveTimeout(context.forceQuitTimeout) * 1000.0));
     QTimer::singleShot(delay, Qt::PreciseTimer, this, [weak, context, instance, key, accepted] {
         if (!weak)
